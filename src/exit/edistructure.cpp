@@ -1,0 +1,20 @@
+// The end of a root: the one place that knows all that it owns.
+#include "rules/seglists.h"
+#include "walk/datasegment.h"
+#include "walk/errorinfos.h"
+
+EDI_Structure::~EDI_Structure() {
+    delete dataSegment;
+    delete errorInfos;
+    delete segLists;
+    std::free(dataCopy);
+    while (supersededCopies) {
+        SupersededCopy* copy = supersededCopies;
+        supersededCopies = copy->next;
+        std::free(copy->text);
+        delete copy;
+    }
+    delete identifierBuffer;
+    std::free(xmlMessage);
+    deleteChildren();
+}
