@@ -69,6 +69,11 @@ void ValidateStruct(tagExitParamStruct* param);
  * grammars of kind 2, after ValidateStruct, and before RunRules if the host wants whole lines. */
 void GetLoopText(tagExitParamStruct* param);
 
+/* Runs situational rules over the located segments. Input: handle, rule records. Reply: the findings, 173 bytes a line; if
+ * there are none, the values taken out of the message, 223 bytes a line; or none. For grammars of kind 2, after
+ * ValidateStruct, as often as wanted. */
+void RunRules(tagExitParamStruct* param);
+
 /* Gives the text of a structural error. Input: a decimal number from 0 to 9, no handle. Reply: the text. */
 void GetErrorText(tagExitParamStruct* param);
 

@@ -16,6 +16,9 @@
 #include <memory>
 
 #include "grammar/grammarbuilder.h"
+#include "rules/contents.h"
+#include "rules/rulereader.h"
+#include "rules/rules.h"
 #include "rules/seglists.h"
 #include "walk/datasegment.h"
 #include "walk/datastream.h"
@@ -107,13 +110,42 @@ void answer(tagExitParamStruct* param, char* reply, std::size_t length) {
     param->returnCode = 0;
 }
 
-/// Answers with the findings of the object.
-void MakeErrorString(tagExitParamStruct* param, EDI_Structure* object) {
-    std::size_t const length = object->errorInfos->reportLength();
+/// Answers with the lines of a list of findings or values.
+template <class List>
+void answerWithReport(tagExitParamStruct* param, List const& list) {
+    std::size_t const length = list.reportLength();
     char* reply = allocReply(length + 1);
-    object->errorInfos->printReport(reply);
+    list.printReport(reply);
     answer(param, reply, length);
 }
+
+/// Answers with the findings of the object.
+void MakeErrorString(tagExitParamStruct* param, EDI_Structure* object) {
+    answerWithReport(param, *object->errorInfos);
+}
+
+/// Puts a new list in the place of an owned one. Throws szFailure where there is no memory; there is then none.
+template <class List>
+void renew(List*& list) {
+    delete list;
+    list = nullptr;
+    list = new List;
+}
+
+/// Releases the rules of a run at its end, on whichever route.
+class RulesEnd {
+public:
+    explicit RulesEnd(EDI_Structure& running) : object(running) {}
+    RulesEnd(RulesEnd const&) = delete;
+    RulesEnd& operator=(RulesEnd const&) = delete;
+    ~RulesEnd() {
+        delete object.rules;
+        object.rules = nullptr;
+    }
+
+private:
+    EDI_Structure& object;
+};
 
 void printHandle(char* text, EDI_Structure const* object) {
     std::sprintf(text + handleDigitsAt, "%lx", reinterpret_cast<unsigned long>(object));
@@ -243,6 +275,29 @@ void GetLoopText(tagExitParamStruct* param) {
     });
 }
 
+void RunRules(tagExitParamStruct* param) {
+    runFramed(param, [param] {
+        ObjectCall const call(*param);
+        if (!call.object) {
+            param->returnCode = refused;
+            return;
+        }
+        EDI_Structure& object = *call.object;
+        renew(object.errorInfos);
+        renew(object.contents);
+        renew(object.rules);
+        RulesEnd const rulesEnd(object);
+        readRules(call.input, call.inputLength, {object.segLists, object.errorInfos, object.contents}, *object.rules);
+        for (int index = 0; index < object.rules->count; ++index) object.rules->data[index]->ValidateRule();
+        if (object.errorInfos->count != 0)
+            MakeErrorString(param, &object);
+        else if (object.contents->count != 0)
+            answerWithReport(param, *object.contents);
+        else
+            answer(param, nullptr, 0);
+    });
+}
+
 void GetErrorText(tagExitParamStruct* param) {
     runFramed(param, [param] {
         unsigned long const index = param->inputText ? std::strtoul(param->inputText, nullptr, 10) : std::size(errtab);
@@ -278,6 +333,8 @@ void DestroyGrammar(tagExitParamStruct* param) {
     object.deleteChildren();
     delete object.dataSegment;
     object.dataSegment = nullptr;
+    delete object.contents;
+    object.contents = nullptr;
     delete object.errorInfos;
     object.errorInfos = nullptr;
     param->returnCode = 0;

@@ -35,10 +35,10 @@ void SegLists::add(char const* segmentId, char const* identifier, char const* lo
 std::size_t SegLists::loopTextSize() const {
     // The ids at their longest and the two delimiters.
     constexpr std::size_t headLength = 3 + 6 + 2;
-    std::size_t size = 1;
+    std::size_t total = 1;
     for (int index = 0; index < count; ++index)
-        size += static_cast<std::size_t>(data[index].elements.length + terminatorLength) + headLength;
-    return size;
+        total += static_cast<std::size_t>(data[index].elements.length + terminatorLength) + headLength;
+    return total;
 }
 
 void SegLists::printLoopText(char* reply) const {

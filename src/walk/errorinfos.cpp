@@ -7,15 +7,17 @@
 
 namespace {
 
-/// Characters that a number takes in a zero-filled column of `width` digits: more than that where it doesn't fit.
-std::size_t printedWidth(int number, int width) {
-    return static_cast<std::size_t>(std::snprintf(nullptr, 0, "%.*d", width, number));
+/// Prints one line, or with a null `reply` and no room measures it. Answers its length.
+std::size_t printLine(char* reply, std::size_t room, ErrorInfo const& record) {
+    return static_cast<std::size_t>(std::snprintf(
+        reply, room, "%10.10d%3.3d%-2.2s%-8.8s%-5.5s%-6.6s%-4.4s%-4.4s%-80.80s%-50.50s$", record.lineNumber,
+        record.elementPosition, record.subElementText, record.segmentId, record.errorCode, record.loopId,
+        record.txnText, record.segText, record.errorText, record.elementText));
 }
 
 std::size_t printedLength(ErrorInfo const& record) {
     bool const fits = record.lineNumber >= 0 && record.elementPosition >= 0 && record.elementPosition <= 999;
-    if (fits) return ErrorInfos::lineLength;
-    return ErrorInfos::lineLength - 13 + printedWidth(record.lineNumber, 10) + printedWidth(record.elementPosition, 3);
+    return fits ? ErrorInfos::lineLength : printLine(nullptr, 0, record);
 }
 
 }  // namespace
@@ -48,11 +50,10 @@ std::size_t ErrorInfos::reportLength() const {
 }
 
 void ErrorInfos::printReport(char* reply) const {
+    std::size_t room = reportLength() + 1;
     for (int index = 0; index < count; ++index) {
-        ErrorInfo const& record = records.data[index];
-        reply += std::sprintf(reply, "%10.10d%3.3d%-2.2s%-8.8s%-5.5s%-6.6s%-4.4s%-4.4s%-80.80s%-50.50s$",
-                              record.lineNumber, record.elementPosition, record.subElementText, record.segmentId,
-                              record.errorCode, record.loopId, record.txnText, record.segText, record.errorText,
-                              record.elementText);
+        std::size_t const printed = printLine(reply, room, records.data[index]);
+        reply += printed;
+        room -= printed;
     }
 }
