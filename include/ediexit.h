@@ -74,6 +74,11 @@ void GetLoopText(tagExitParamStruct* param);
  * ValidateStruct, as often as wanted. */
 void RunRules(tagExitParamStruct* param);
 
+/* Validates an XML document against its schema. Input: handle, a decimal number of three characters, the document, which ends
+ * at its first NUL. With the number 101 the messages of the level "Error" are left out. Reply: the parser's messages, with
+ * two NULs behind them that outputLength counts. At any time, as often as wanted. */
+void ValidateXML(tagExitParamStruct* param);
+
 /* Gives the text of a structural error. Input: a decimal number from 0 to 9, no handle. Reply: the text. */
 void GetErrorText(tagExitParamStruct* param);
 

@@ -23,6 +23,7 @@
 #include "walk/datasegment.h"
 #include "walk/datastream.h"
 #include "walk/errorinfos.h"
+#include "xml/parsexml.h"
 
 extern "C" {
 const char cQrntVersion[] = "4.4.1.7";
@@ -296,6 +297,31 @@ void RunRules(tagExitParamStruct* param) {
         else
             answer(param, nullptr, 0);
     });
+}
+
+void ValidateXML(tagExitParamStruct* param) {
+    constexpr std::size_t optionWidth = 3;
+    constexpr long withoutErrors = 101;
+    ObjectCall const call(*param);
+    if (!call.object) {
+        param->returnCode = refused;
+        return;
+    }
+    char*& message = call.object->xmlMessage;
+    bool const reportErrors = std::strtol(call.input, nullptr, 10) != withoutErrors;
+    char* xml = call.input + std::min(call.inputLength, optionWidth);
+    std::free(message);
+    message = nullptr;
+    try {
+        ParseXML(xml, &message, 1, reportErrors, 1, &param->outputLength);
+        // The text, its terminator and the NUL behind it: a document without findings gives two NULs.
+        std::size_t const length = std::strlen(message) + 2;
+        char* reply = allocReply(length);
+        std::memcpy(reply, message, length);
+        answer(param, reply, length);
+    } catch (char const*) {
+        param->returnCode = refused;
+    }
 }
 
 void GetErrorText(tagExitParamStruct* param) {

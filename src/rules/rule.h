@@ -129,10 +129,17 @@ public:
 
     /// The first line of a side in a scope, and the lines behind it. A line that is no further on than the one before ends
     /// the walk: a side without a loop whose segment stands on line 0 is found there for ever.
-    int firstLine(SideOfRule& side, int begin, int end) { return GetNextLineForSide(side, begin, end, 1); }
-    int nextLine(SideOfRule& side, int line, int end) {
-        int const next = GetNextLineForSide(side, -1, end, 1);
+    int firstLine(SideOfRule& side, int begin, int end, int requireElement = 1) {
+        return GetNextLineForSide(side, begin, end, requireElement);
+    }
+    int nextLine(SideOfRule& side, int line, int end, int requireElement = 1) {
+        int const next = GetNextLineForSide(side, -1, end, requireElement);
         return next > line ? next : noLine;
+    }
+    /// The first left line of a scope, for rules that look at no other. When the scopes have run out, a begin of -1 lets the
+    /// search go on: on a walk over the whole list, every left line behind `previous` gets a pass of its own.
+    int nextLeftLine(int previous, int begin, int end) {
+        return begin < 0 ? nextLine(leftSide, previous, end) : firstLine(leftSide, begin, end);
     }
     /// The first line of a side behind `line`, wherever the side's position is.
     int lineBehind(SideOfRule& side, int line, int end) { return GetNextLineForSide(side, line + 1, end, 1); }

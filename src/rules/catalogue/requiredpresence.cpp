@@ -123,21 +123,16 @@ int Rule6::ValidateRule() {
     return result;
 }
 
-// When the scopes have run out, a begin of -1 lets the search go on behind the last left line: on a walk over the whole
-// list, every left line gets a pass of its own.
+// A scope without a left line is passed over; behind the last scope a search that misses ends the walk.
 void Rule6::checkLeftAsOuter() {
     int begin = noLine;
     int end = noLine;
     int left = noLine;
     for (;;) {
         GetNextOuterLoopScope(&begin, &end);
-        if (begin >= 0) {
-            left = firstLine(leftSide, begin, end);
-            if (left == noLine) continue;
-        } else {
-            left = nextLine(leftSide, left, end);
-            if (left == noLine) return;
-        }
+        left = nextLeftLine(left, begin, end);
+        if (left == noLine && begin < 0) return;
+        if (left == noLine) continue;
         walkInnerScopes(begin, end, [&](int innerBegin, int innerEnd) { checkInnerScope(innerBegin, innerEnd, left); });
     }
 }
@@ -175,15 +170,14 @@ void Rule6::checkScopeOfRight(int begin, int end) {
     }
 }
 
-// The first scope without a left line ends the rule. When the scopes have run out, the walk goes on with each further left
-// line, as that of Rule6 does.
+// The first scope without a left line ends the rule.
 int Rule9::ValidateRule() {
     int begin = noLine;
     int end = noLine;
     int left = noLine;
     for (;;) {
         GetNextOuterLoopScope(&begin, &end);
-        left = begin < 0 ? nextLine(leftSide, left, end) : firstLine(leftSide, begin, end);
+        left = nextLeftLine(left, begin, end);
         if (left == noLine) return result;
         char* const leftValue = valueOf(leftSide, left);
         if (!isInList(leftSide, leftValue)) continue;
@@ -254,9 +248,7 @@ int Rule12::ValidateRule() {
     walkScopes(1, [&](int begin, int end) {
         int const left = firstLine(leftSide, begin, end);
         if (left == noLine || !isSamePresent(valueOf(leftSide, left), leftSide.firstValue())) return;
-        int const fence = firstLine(rightSide2, begin, end);
-        int const bound = fence < 1 ? end : fence;
-        if (firstLine(rightSide, begin, bound) != noLine) return;
+        if (firstRightLineUpToFence(*this, begin, end) != noLine) return;
         RecordError(noLine, left, " ", " ");
         result = 0;
     });

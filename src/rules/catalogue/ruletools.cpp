@@ -65,6 +65,11 @@ void recordDirectly(Rule& rule, DirectPair const& rightFirstPair, DirectPair con
     addFinding(rule, pair.second, "CTX");
 }
 
+int firstRightLineUpToFence(Rule& rule, int begin, int end) {
+    int const fence = rule.firstLine(rule.rightSide2, begin, end);
+    return rule.firstLine(rule.rightSide, begin, fence < 1 ? end : fence);
+}
+
 bool isNumeric(char const* text) {
     return isPresent(text) && text[std::strspn(text, "1234567890.-")] == '\0';
 }

@@ -3,6 +3,9 @@
 
 #include "rules/rule.h"
 
+/// The position of the first data element. Some rules take it as the code of a line, whatever the record names.
+inline constexpr int codeElement = 1;
+
 /// The value of a side on a line, in its sub-element form where the side has sub-elements. The answer is null where there
 /// is no such element or sub-element, and stays valid until the next read.
 class SideValue {
@@ -84,6 +87,9 @@ struct DirectPair {
 /// Records a fault as the pair that belongs to the rule's errorOrder; as none where it has no order. A line of -1 shows as 0,
 /// a null value as a blank.
 void recordDirectly(Rule& rule, DirectPair const& rightFirstPair, DirectPair const& leftFirstPair);
+
+/// The first right line of a scope, up to its first right2 line and on it. A right2 line 0 is no fence.
+int firstRightLineUpToFence(Rule& rule, int begin, int end);
 
 /// Whether a text is present and consists of nothing but digits, points and minus signs.
 bool isNumeric(char const* text);
