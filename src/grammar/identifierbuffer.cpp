@@ -26,8 +26,8 @@ int IdentifierBuffer::add(char const* text) {
     if (needed > INT_MAX - 2 * alignment) throwFailure();
     if (needed >= static_cast<std::size_t>(capacity)) {
         // One step serves every text of a usual width; a longer one takes as many steps as it needs at once.
-        int const short_ = static_cast<int>(needed) - capacity;
-        int const steps = short_ / growBy + 1;
+        int const missing = static_cast<int>(needed) - capacity;
+        int const steps = missing <= growBy ? 1 : (missing - 1) / growBy + 1;
         if (steps > (INT_MAX - capacity) / growBy) throwFailure();
         growTo(capacity + steps * growBy);
     }
