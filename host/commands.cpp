@@ -1,0 +1,222 @@
+// The commands: from files to printed findings.
+#include "commands.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iostream>
+#include <iterator>
+#include <set>
+#include <sstream>
+#include <string_view>
+
+#include "checker.h"
+#include "failure.h"
+#include "grammar.h"
+#include "interchange.h"
+#include "print.h"
+#include "stream.h"
+
+namespace edicheck {
+
+namespace {
+
+struct Totals {
+    std::size_t transactions = 0;
+    std::size_t findings = 0;
+    std::size_t notes = 0;
+    std::size_t failedFiles = 0;
+
+    ExitCode exitCode() const {
+        if (failedFiles > 0) return kFailed;
+        return findings + notes > 0 ? kFindings : kClean;
+    }
+};
+
+// Prints one message under its title, and returns the number of findings.
+using PrintMessage = std::function<std::size_t(const std::string& title, const Delivery& delivery)>;
+
+std::string readFile(const std::string& path) {
+    std::error_code ignored;
+    if (std::filesystem::is_directory(path, ignored)) throw Failure("is a directory; name a file in it");
+    std::ifstream file(path, std::ios::binary);
+    if (!file) throw Failure(std::string("cannot be opened: ") + std::strerror(errno));
+    std::ostringstream text;
+    text << file.rdbuf();
+    if (file.bad()) throw Failure(std::string("cannot be read: ") + std::strerror(errno));
+    std::string contents = text.str();
+    if (contents.empty()) throw Failure("is empty");
+    return contents;
+}
+
+std::string atLine(const Note& note) {
+    return "line " + std::to_string(note.line) + ": " + shown(note.text);
+}
+
+void tell(const std::string& path, const std::string& what) {
+    std::cout.flush();
+    std::cerr << "edicheck: " << path << ": " << what << '\n';
+}
+
+Checker makeChecker(const Options& options) {
+    const std::string& path = options.grammar;
+    std::string text;
+    try {
+        text = readFile(path);
+    } catch (const Failure& failure) {
+        throw Failure(path + ": " + failure.what());
+    }
+    Grammar grammar(text);
+    if (const auto line = grammar.unendedLine()) {
+        tell(path, atLine({*line, "warning: what begins here is not ended by '$' and is no record of the grammar"}));
+    }
+    return Checker(options.library, path, std::move(grammar));
+}
+
+std::string titleOf(const std::string& path, const Transaction& transaction) {
+    return path + ": transaction " + shown(transaction.type + " " + transaction.control) + " (line " +
+           std::to_string(transaction.segments.front().line) + ", " + counted(transaction.segments.size(), "segment") +
+           ")";
+}
+
+// Takes the messages out of the files, one after the other, and hands them on.
+class FileReader {
+public:
+    FileReader(const Options& options, int kind)
+        : options_(options),
+          kind_(kind),
+          identifiers_(options.identifiers),
+          delimiters_(parseDelimiters(options.delimiters)) {}
+
+    // What is wrong with a file is told on standard error, and the next file is taken.
+    Totals read(const PrintMessage& print) {
+        for (const std::string& path : options_.files) {
+            try {
+                const std::string text = readFile(path);
+                if (options_.rawStream) {
+                    readStream(path, text, print);
+                } else {
+                    readInterchange(path, text, print);
+                }
+            } catch (const Failure& failure) {
+                tell(path, failure.what());
+                ++totals_.failedFiles;
+            }
+        }
+        return totals_;
+    }
+
+private:
+    void readStream(const std::string& path, const std::string& text, const PrintMessage& print) {
+        const Delivery delivery = deliverStream(text, kind_, delimiters_);
+        if (delivery.records.empty()) {
+            throw Failure(kind_ == 1 ? "holds no record that is ended by '$'"
+                                     : "holds no record that is ended by the terminator; --delimiters tells it");
+        }
+        if (delivery.unendedLine)
+            note(path, {*delivery.unendedLine, "the last record is not ended, and is not looked at"});
+        printOne(path + ": stream (" + counted(delivery.records.size(), "segment") + ")", delivery, print);
+    }
+
+    void readInterchange(const std::string& path, const std::string& text, const PrintMessage& print) {
+        const InterchangeFile file = readInterchanges(text);
+        for (const Note& found : file.notes)
+            note(path, found);
+        for (const Transaction& transaction : file.transactions) {
+            printOne(titleOf(path, transaction), deliverTransaction(transaction, kind_, identifiers_), print);
+        }
+        if (file.error) throw Failure(atLine(*file.error) + hint(file));
+        if (file.transactions.empty()) throw Failure("the interchange holds no transaction");
+    }
+
+    static std::string hint(const InterchangeFile& file) {
+        return file.transactions.empty() ? "; a data stream as a host delivers it is checked with --stream"
+                                         : "; the rest of the file is not checked";
+    }
+
+    void printOne(const std::string& title, const Delivery& delivery, const PrintMessage& print) {
+        ++totals_.transactions;
+        totals_.findings += print(title, delivery);
+    }
+
+    void note(const std::string& path, const Note& found) {
+        tell(path, atLine(found));
+        ++totals_.notes;
+    }
+
+    const Options& options_;
+    int kind_;
+    IdentifierElements identifiers_;
+    std::string delimiters_;
+    Totals totals_;
+};
+
+std::string withCount(const std::string& title, std::size_t findings) {
+    return title + ": " + (findings == 0 ? "no findings" : counted(findings, "finding"));
+}
+
+std::size_t printReport(const Checker& checker, const Delivery& delivery) {
+    const std::vector<Finding> findings = checker.validate(delivery);
+    for (const Finding& finding : findings)
+        std::cout << finding.line << '\n';
+    return findings.size();
+}
+
+std::size_t printWords(const Checker& checker, const std::string& title, const Delivery& delivery, Format format) {
+    const auto explanations = explain(checker.validate(delivery), checker.grammar(), delivery.records);
+    std::cout << withCount(title, explanations.size()) << '\n';
+    if (format == Format::Show) {
+        printMessage(std::cout, delivery.records, explanations, checker.locate(delivery), checker.grammar());
+    } else {
+        printFindings(std::cout, delivery.records, explanations);
+    }
+    return explanations.size();
+}
+
+std::size_t printLoops(const Checker& checker, const std::string& title, const Delivery& delivery) {
+    const std::size_t findings = explain(checker.validate(delivery), checker.grammar(), delivery.records).size();
+    const std::vector<LocatedRecord> located = checker.locate(delivery);
+    std::set<std::size_t> distinct;
+    for (const LocatedRecord& place : located)
+        distinct.insert(place.number);
+    std::cout << withCount(title, findings) << ", " << distinct.size() << " located\n";
+    printLocated(std::cout, delivery.records, located);
+    return findings;
+}
+
+void printSummary(const Options& options, const Totals& totals) {
+    std::cout << '\n'
+              << counted(options.files.size(), "file") << ", " << counted(totals.transactions, "transaction") << ", "
+              << counted(totals.findings, "finding");
+    if (totals.notes > 0) std::cout << ", " << counted(totals.notes, "note") << " on standard error";
+    if (totals.failedFiles > 0) std::cout << ", " << counted(totals.failedFiles, "file") << " not checked to the end";
+    std::cout << '\n';
+}
+
+}  // namespace
+
+ExitCode check(const Options& options) {
+    const Checker checker = makeChecker(options);
+    if (options.format == Format::Show) checker.requireLocating();
+    FileReader reader(options, checker.grammar().kind());
+    const Totals totals = reader.read([&](const std::string& title, const Delivery& delivery) {
+        return options.format == Format::Report ? printReport(checker, delivery)
+                                                : printWords(checker, title, delivery, options.format);
+    });
+    if (options.format != Format::Report) printSummary(options, totals);
+    return totals.exitCode();
+}
+
+ExitCode loops(const Options& options) {
+    const Checker checker = makeChecker(options);
+    checker.requireLocating();
+    FileReader reader(options, checker.grammar().kind());
+    const Totals totals = reader.read(
+        [&](const std::string& title, const Delivery& delivery) { return printLoops(checker, title, delivery); });
+    return totals.exitCode();
+}
+
+}  // namespace edicheck

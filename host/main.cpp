@@ -1,0 +1,92 @@
+// edicheck: checks interchange files by means of libediexit. This file is its command line.
+#include <CLI/CLI.hpp>
+#include <exception>
+#include <iostream>
+#include <map>
+
+#include "commands.h"
+
+namespace {
+
+using edicheck::Format;
+using edicheck::Options;
+
+constexpr const char* kFooter = R"(
+MESSAGE is an X12 file (ISA to IEA) or an EDIFACT file (UNA or UNB to UNZ), with any number of interchanges and
+transactions, or with --stream the data stream of one message as a host delivers it.
+
+GRAMMAR is the grammar text as the library takes it, line breaks behind '$' welcome. Lines that begin with '#' are
+comments.
+
+The identifier of a segment, by which a grammar tells like loops apart, is the 3rd element of HL and the 1st of every
+other segment (of a composite the first component), unless --identifier says otherwise. Only four characters of it
+travel: longer values are compared by their first four, and a grammar has to name those.
+
+A segment id that cannot travel (blank, of more than three characters, or with other bytes than printable ASCII) is
+delivered as '?'. A transaction without its trailer, or an interchange without its end, is checked up to where it ends
+and is told on standard error.
+
+A finding stands at the segment at which the library noticed it, which for something missing is the one behind the gap.
+With --show, a segment that the grammar did not place has '------' where its loop would stand.
+
+Exit code: 0 nothing found; 1 findings, or a damaged envelope; 2 wrong usage, or something that could not be checked.)";
+
+void addCommonOptions(CLI::App& command, Options& options) {
+    command.add_option("--grammar", options.grammar, "Grammar file")->required()->type_name("GRAMMAR");
+    command.add_option("MESSAGE", options.files, "Files to read")->required()->type_name("");
+    command.add_option("--identifier", options.identifiers, "Which element is the identifier, by segment: NM1=1,REF=2")
+        ->type_name("LIST");
+    auto* stream = command.add_flag("--stream", options.rawStream, "The files are data streams, not interchanges");
+    command
+        .add_option(
+            "--delimiters", options.delimiters,
+            "Delimiter text of a stream of kind 2 (*:~X): element and sub-element delimiter, terminator, X; \\n "
+            "\\r \\t \\\\ \\xNN are understood")
+        ->type_name("TEXT")
+        ->needs(stream);
+    command.add_option("--library", options.library, "Library to load (libediexit.so.1), as dlopen takes it")
+        ->type_name("PATH");
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    CLI::App app("Checks EDI messages against a grammar.", "edicheck");
+    app.require_subcommand(1);
+    app.footer(kFooter);
+    Options options;
+    edicheck::ExitCode exitCode = edicheck::kFailed;
+
+    auto* check = app.add_subcommand("check", "Check messages, and say in words what is wrong with them");
+    addCommonOptions(*check, options);
+    bool show = false;
+    const std::map<std::string, Format> formats = {{"words", Format::Words}, {"report", Format::Report}};
+    auto* format = check->add_option("--format", options.format, "words, or report: the library's report as it stands")
+                       ->transform(CLI::CheckedTransformer(formats).description(""))
+                       ->type_name("words|report");
+    check->add_flag("--show", show, "Print the whole message, indented by loop, each finding at its segment")
+        ->excludes(format);
+    check->callback([&] {
+        if (show) options.format = Format::Show;
+        exitCode = edicheck::check(options);
+    });
+
+    auto* loops = app.add_subcommand("loops", "Print the segments that the grammar placed, each with its loop");
+    addCommonOptions(*loops, options);
+    loops->callback([&] { exitCode = edicheck::loops(options); });
+
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? edicheck::kClean : edicheck::kFailed;
+    } catch (const std::exception& error) {
+        std::cout.flush();
+        std::cerr << "edicheck: " << error.what() << '\n';
+        return edicheck::kFailed;
+    }
+    if (!std::cout.flush()) {
+        std::cerr << "edicheck: standard output cannot be written\n";
+        return edicheck::kFailed;
+    }
+    return exitCode;
+}
