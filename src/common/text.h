@@ -8,15 +8,20 @@
 /// Copies at most `bound` characters of `text` and fills what is left of the `bound` bytes with zeros. A text that
 /// reaches the bound gets no terminator; a null text counts as an empty one.
 inline void copyText(char* field, char const* text, std::size_t bound) {
-    std::size_t const length = text ? strnlen(text, bound) : 0;
-    if (length > 0) std::memcpy(field, text, length);
-    std::memset(field + length, 0, bound - length);
+    std::size_t length = 0;
+    if (text)
+        for (; length < bound && text[length] != '\0'; ++length) field[length] = text[length];
+    for (; length < bound; ++length) field[length] = '\0';
 }
 
 /// The text from the character at `offset` on; empty where the text ends before it.
 inline char const* tailFrom(char const* text, std::size_t offset) { return text + strnlen(text, offset); }
 
-inline bool isSpace(char character) { return std::isspace(static_cast<unsigned char>(character)) != 0; }
+inline bool isSpace(char character) {
+    if (character == ' ') return true;
+    bool const isVisibleAscii = character > ' ' && character < '\x7f';  // in every locale
+    return !isVisibleAscii && std::isspace(static_cast<unsigned char>(character)) != 0;
+}
 
 inline bool isDigit(char character) { return character >= '0' && character <= '9'; }
 

@@ -13,16 +13,15 @@ constexpr std::size_t identifierOffset = 3;
 constexpr std::size_t identifierWidth = 4;
 constexpr std::ptrdiff_t elementTextOffset = 15;
 
-/// Copies a value without the white space at its end.
-void copyTrimmed(char* value, char const* field, std::size_t length) {
-    while (length > 0 && isSpace(field[length - 1])) --length;
-    copyText(value, field, length);
+void copyWhole(char* value, char const* field, std::size_t length) {
+    for (std::size_t index = 0; index < length; ++index) value[index] = field[index];
     value[length] = '\0';
 }
 
-void copyWhole(char* value, char const* field, std::size_t length) {
-    copyText(value, field, length);
-    value[length] = '\0';
+/// Copies a value without the white space at its end.
+void copyTrimmed(char* value, char const* field, std::size_t length) {
+    while (length > 0 && isSpace(field[length - 1])) --length;
+    copyWhole(value, field, length);
 }
 
 /// An id that the record's end cuts short ends with the record's NUL, which is no white space: it keeps its blanks.

@@ -281,9 +281,9 @@ void Rule52::checkRightLine(Run const& run, int rightLine) {
     }
 }
 
-/// A leftSide2 line in the right line's own loop is a fault with either kind of value: the value decides the form of
-/// the report and not the sense of the test. If "ABSENT()" were mended to demand the absence alone, any other value
-/// would find no fault at all.
+/// A leftSide2 line in the right line's own loop is a fault with either kind of value. That is meant: the value decides
+/// the form of the report and not the sense of the test. Were another value than "ABSENT()" to demand the line, such
+/// faults would go silent, and runs that are in order would be reported.
 void Rule52::judgeFound(int leftLine, int rightLine, int limit) {
     if (demandsAbsence(leftSide2) && !leftSide2.hasSegment()) {
         fault(rightLine, leftLine);
