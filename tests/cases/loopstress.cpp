@@ -82,7 +82,7 @@ private:
             result.type = NodeType::loop;
             result.name = dice.pick(loopNames);
             addChildren(result, depth, 4);
-            if (!result.children.empty()) addIdentifiers(result.children[0], 2);
+            if (!result.children.empty()) addIdentifiers(result.children[0]);
         } else {
             result.type = NodeType::group;
             result.name = dice.pick(groupNames);
@@ -101,8 +101,8 @@ private:
             parent.children.push_back(node(depth + 1));
     }
 
-    void addIdentifiers(Node& initiator, int chance) {
-        if (!dice.oneIn(chance)) return;
+    void addIdentifiers(Node& initiator) {
+        if (dice.oneIn(2)) return;
         for (int number = 1 + dice.below(3); number > 0; --number)
             initiator.identifiers.push_back(dice.pick(identifiers));
         if (!dice.oneIn(20)) return;
