@@ -92,13 +92,13 @@ int RunBalance::findEnd(int begin) {
 void RunBalance::walkRuns(int begin, int end) {
     char const* const loop = innerLoop();
     int head = loop ? ScrollToExplicitLoop(loop, begin) : noLine;
+    RunWalk walk(head);
     for (int passes = 0; head >= 0 && head <= end && passes < walkCap; ++passes) {
         Run const run{begin, end, head, ScrollThroughExplicitLoop(loop, head)};
         readKey(run);
         checkRun(run);
-        // Behind a run that lasts to the end of the list, the search starts at the front.
-        int const next = ScrollToExplicitLoop(loop, run.behind);
-        head = next > head && next < end ? next : noLine;
+        int const next = walk.next(head, ScrollToExplicitLoop(loop, run.behind));
+        head = next < end ? next : noLine;
     }
 }
 

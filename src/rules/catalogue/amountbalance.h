@@ -46,7 +46,8 @@ private:
 ///            leftSide2: the deductions, all positions; rightSide: first element; rightSide2: loop, segment, first
 ///            element for the key, which is else element 1 of the run's first line
 ///   silent   for a run that states no amount, and for one without a right amount; for a loop scope that begins at line
-///   0 reports  (no line, stating line)
+///            0
+///   reports  (no line, stating line)
 class Rule37 : public RunBalance {
 private:
     // The line and the text of the last stating line, in whichever run.
@@ -62,11 +63,9 @@ private:
 /// run's key as element 1, and of the adjustments that follow them. The block of a left line ends two lines before the
 /// next one.
 ///   reads    scopeSide: loop; leftSide, rightSide: first element; leftSide2: the adjustments, all positions;
-///   rightSide2:
-///            first value as the loop of the runs; loop, segment, first element for the key, as in Rule37
+///            rightSide2: first value as the loop of the runs; loop, segment, first element for the key, as in Rule37
 ///   silent   for a block without a right amount; from a left line on that the next one follows at once; without a
-///   value
-///            on rightSide2; for a loop scope that begins at line 0
+///            value on rightSide2; for a loop scope that begins at line 0
 ///   reports  (no line, left line)
 class Rule38 : public RunBalance {
 private:
@@ -83,11 +82,9 @@ private:
 
 /// Rule39: in each scope, the first left amount equals the sum of the right and right2 amounts.
 ///   reads    leftSide: first element; leftSide2: first element, values as the filter of scopes; rightSide, rightSide2:
-///   all
-///            positions, first value as element 1 of the lines that count
+///            all positions, first value as element 1 of the lines that count
 ///   silent   for a scope that the filter stops; from a scope without a leftSide2 line on, if there is a filter;
-///   without a
-///            loop on the outer side
+///            without a loop on the outer side
 ///   reports  (first right line, else first right2 line; begin) with the sum and the stated amount, to two decimals
 class Rule39 : public Rule {
 public:
@@ -105,8 +102,7 @@ private:
 ///   reads    leftSide: first element, which need not be there; rightSide: first element, first value; rightSide2: its
 ///            segment as a switch, the first position as that of the right line's amount; scopeText
 ///   silent   for a scope without a left line; for right lines with another value or without the amount's element;
-///   without
-///            a segment on rightSide2. A left line without its element counts as 0 and is not reported
+///            without a segment on rightSide2. A left line without its element counts as 0 and is not reported
 ///   reports  (right line, left line)
 class Rule53 : public Rule {
 public:

@@ -49,13 +49,13 @@ void Rule24::checkScope(int begin, int end) {
     CountedLine const left2 = countedLine(leftSide2, begin, end);
     if ((left.count < 1 && left2.count < 1) || !rightSide.hasLoop()) return;
     int run = ScrollToExplicitLoop(rightSide.loopId(), begin);
+    RunWalk walk(run);
     for (int passes = 0; run >= begin && run <= end && passes < walkCap; ++passes) {
         int const behindRun = ScrollThroughExplicitLoop(rightSide.loopId(), run);
         int const lastOfRun = ScrollToExplicitLoop(rightSide.loopId(), behindRun) - 1;
         int const runEnd = lastOfRun < 0 ? end : lastOfRun;
         compareWithRun(left, left2, run, runEnd);
-        int const next = ScrollToExplicitLoop(rightSide.loopId(), runEnd);
-        run = next > run ? next : noLine;
+        run = walk.next(run, ScrollToExplicitLoop(rightSide.loopId(), runEnd));
     }
 }
 

@@ -69,6 +69,25 @@ private:
     int findEnd();
 };
 
+/// The walk over the runs of an inner loop within a scope. Behind a run that lasts to the end of the list the search begins
+/// at the front, where runs of earlier scopes stand: the walk ends where it comes back to a run at which it was.
+class RunWalk {
+public:
+    explicit RunWalk(int firstRun) : first(firstRun) {}
+
+    /// The run to go on with, of the one that the search found behind `run`; no line at the end.
+    int next(int run, int found) {
+        bool const isBehind = found > run;
+        if (!isBehind && isBackAtFront) return noLine;
+        if (!isBehind) isBackAtFront = true;
+        return isBackAtFront && found >= first ? noLine : found;
+    }
+
+private:
+    int first;
+    bool isBackAtFront = false;
+};
+
 /// One finding of a pair that a rule writes itself, because the sides that it is about are not leftSide and rightSide.
 struct DirectFinding {
     int line;

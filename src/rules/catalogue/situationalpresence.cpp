@@ -201,12 +201,12 @@ int KeyedRuns::ValidateRule() {
     if (!isPresent(innerLoop)) return result;
     for (ExplicitScopes scope(*this); scope.next();) {
         int first = ScrollToExplicitLoop(innerLoop, scope.begin);
+        RunWalk walk(first);
         for (int passes = 0; first >= 0 && first <= scope.end && passes < walkCap; ++passes) {
             Run const run{scope.begin, scope.end, first, findEnd(innerLoop, first, scope.end)};
             checkRun(run);
-            // A run that lasts to the end of the list would lead back to the first one.
-            int const next = ScrollToExplicitLoop(innerLoop, run.last);
-            first = next > first && next < scope.end ? next : noLine;
+            int const next = walk.next(first, ScrollToExplicitLoop(innerLoop, run.last));
+            first = next < scope.end ? next : noLine;
         }
     }
     return result;

@@ -24,11 +24,9 @@ private:
 /// values; with a segment on rightSide2, that side needs its value where the right side has one of its own. The value
 /// "ABSENT()" at the head of a list stands for a side that has no value, or none of those that follow.
 ///   reads    leftSide, leftSide2, rightSide: first element, first sub-element, values; rightSide2: first element,
-///   first
-///            value
+///            first value
 ///   silent   for a scope whose left conditions do not hold; with a segment on rightSide2, for one whose right
-///   condition
-///            does not hold; from a scope that begins at line 0 on, and without a loop on the outer side
+///            condition does not hold; from a scope that begins at line 0 on, and without a loop on the outer side
 ///   reports  (last right line, left line) for a missing right side; no lines, and the last right2 text with the value
 ///            demanded, for a missing right2 side once any scope had a right2 text; a pair of its own for a side
 ///            without an element to point at
@@ -66,8 +64,7 @@ private:
 ///   reads    leftSide, rightSide, rightSide2: first element, first value. Without a first value any value will do
 ///   silent   from a scope that begins at line 0 on, and without a loop on the outer side
 ///   reports  (right2 line, right2 line), the first of a scope, with its text and, if there is a right2 value to have,
-///   the
-///            last right text of all scopes
+///            the last right text of all scopes
 class Rule30 : public Rule {
 public:
     int ValidateRule() override;
@@ -113,8 +110,7 @@ private:
 
 /// Rule51: a run with the left line has its key on a right line of the scope, or has the exempting leftSide2 line.
 ///   reads    leftSide, leftSide2: first value as element 1; rightSide: element 1; rightSide2: segment, first element,
-///   first
-///            value as the loop of the runs; scopeText
+///            first value as the loop of the runs; scopeText
 ///   silent   without a segment on the left side, or a loop of runs
 ///   reports  (no line, left line) with the key
 class Rule51 : public KeyedRuns {
@@ -126,13 +122,11 @@ private:
 /// Rule52: a right line that has the key of a run demands the left line in that run; with a value on leftSide2, the
 /// left line instead demands that the right line's own loop has no leftSide2 line.
 ///   reads    leftSide: first value as element 1; leftSide2: first value; rightSide: loop, element 1; rightSide2:
-///   segment,
-///            first element, first value as the loop of the runs; scopeText
+///            segment, first element, first value as the loop of the runs; scopeText
 ///   silent   for the last line of a scope; without a segment on the right side, or a loop of runs; with a value on
 ///            leftSide2, for a run without the left line
 ///   reports  (right line, none) for a missing left line; (right line, left line) where "ABSENT()" is demanded of a
-///   side
-///            without a segment; a pair of its own, of the left line and the leftSide2 line, for the latter
+///            side without a segment; a pair of its own, of the left line and the leftSide2 line, for the latter
 class Rule52 : public KeyedRuns {
 private:
     void checkRun(Run const& run) override;
