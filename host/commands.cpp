@@ -1,14 +1,12 @@
 // The commands: from files to printed findings.
 #include "commands.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <functional>
 #include <iostream>
-#include <iterator>
 #include <set>
 #include <sstream>
 #include <string_view>

@@ -2,9 +2,8 @@
 #include "grammar.h"
 
 #include <algorithm>
-#include <cctype>
 
-#include "interchange.h"
+#include "text.h"
 
 namespace edicheck {
 
@@ -14,10 +13,6 @@ constexpr std::string_view kSpace = " \t\n\v\f\r";
 constexpr std::size_t kFields = 4;           // requirement, minimum, maximum, name
 constexpr std::size_t kLoopIdBegin = 5;      // "Loop" and one separating character stand in front of the id
 constexpr std::size_t kListedLoopWidth = 6;  // the library lists this much of a loop's id
-
-bool startsWith(std::string_view text, std::string_view head) {
-    return text.substr(0, head.size()) == head;
-}
 
 std::string withoutComments(std::string_view text) {
     std::string result;
@@ -47,7 +42,6 @@ std::vector<std::string> fieldsOf(std::string_view record) {
 }  // namespace
 
 Grammar::Grammar(std::string_view fileText) {
-    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
     if (startsWith(fileText, kByteOrderMark)) fileText.remove_prefix(kByteOrderMark.size());
     const std::string whole = withoutComments(fileText);
     const std::size_t begin = std::min(whole.find_first_not_of(kSpace), whole.size());

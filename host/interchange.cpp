@@ -10,6 +10,8 @@
 #include <cctype>
 #include <utility>
 
+#include "text.h"
+
 namespace edicheck {
 
 namespace {
@@ -27,14 +29,6 @@ struct Envelope {
 
 constexpr Envelope kX12 = {"ST", "SE", "IEA", {"ISA", "GS", "GE", "TA1"}};
 constexpr Envelope kEdifact = {"UNH", "UNT", "UNZ", {"UNB", "UNG", "UNE", "UNA"}};
-
-bool startsWith(std::string_view text, std::string_view head) {
-    return text.substr(0, head.size()) == head;
-}
-
-bool isSpace(char character) {
-    return std::isspace(static_cast<unsigned char>(character)) != 0;
-}
 
 bool isAlnum(char character) {
     return std::isalnum(static_cast<unsigned char>(character)) != 0;
@@ -74,7 +68,6 @@ public:
     explicit Reader(std::string_view text) : text_(text) {}
 
     InterchangeFile read() {
-        constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
         if (startsWith(text_, kByteOrderMark)) moveTo(kByteOrderMark.size());
         skipSpace();
         if (!beginsInterchange(rest())) stop("no interchange begins here: there is no ISA, UNA or UNB");
@@ -233,11 +226,6 @@ std::string firstComponent(std::string_view text, const Delimiters& delimiters, 
         }
     });
     return value;
-}
-
-std::size_t lineAt(std::string_view text, std::size_t position, std::size_t knownPosition, std::size_t knownLine) {
-    const auto between = text.substr(knownPosition, position - knownPosition);
-    return knownLine + static_cast<std::size_t>(std::count(between.begin(), between.end(), '\n'));
 }
 
 }  // namespace edicheck

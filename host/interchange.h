@@ -69,7 +69,4 @@ void visitCharacters(std::string_view text, const Delimiters& delimiters, Visit 
 // The first component of an element; element 0 is the segment's id. Empty where there is no such element.
 std::string firstComponent(std::string_view text, const Delimiters& delimiters, std::size_t element);
 
-// 1-based line of the text on which `position` stands, given that `knownPosition` in front of it stands on `knownLine`.
-std::size_t lineAt(std::string_view text, std::size_t position, std::size_t knownPosition, std::size_t knownLine);
-
 }  // namespace edicheck

@@ -72,9 +72,9 @@ void printFindings(std::ostream& out, const std::vector<Record>& records,
 void printMessage(std::ostream& out, const std::vector<Record>& records, const std::vector<Explanation>& explanations,
                   const std::vector<LocatedRecord>& located, const Grammar& grammar) {
     std::vector<const LocatedRecord*> places(records.size(), nullptr);
-    for (const LocatedRecord& place : located) {
-        if (places[place.number - 1] == nullptr) places[place.number - 1] = &place;
-    }
+    // A record that is listed twice was taken back from an iteration over the limit: its last place counts.
+    for (const LocatedRecord& place : located)
+        places[place.number - 1] = &place;
     std::vector<std::vector<const Explanation*>> at(records.size() + 2);
     for (const Explanation& explanation : explanations)
         at[explanation.record].push_back(&explanation);

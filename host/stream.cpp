@@ -2,12 +2,12 @@
 #include "stream.h"
 
 #include <algorithm>
-#include <array>
 #include <bitset>
 #include <cctype>
 #include <charconv>
 
 #include "failure.h"
+#include "text.h"
 
 namespace edicheck {
 
@@ -22,10 +22,6 @@ constexpr char kRecordEnd = '$';      // ends a record in kind 1
 constexpr char kDelimitersEnd = 'X';  // ends the delimiter text
 constexpr char kPlaceholder = '?';    // stands for what cannot be delivered
 constexpr std::size_t kLongestTerminator = 3;
-
-bool isSpace(char character) {
-    return std::isspace(static_cast<unsigned char>(character)) != 0;
-}
 
 std::string padded(std::string text, std::size_t width) {
     text.resize(width, ' ');

@@ -293,6 +293,34 @@ TEST_F(Loops, printsTheLocatedSegmentsWithTheirLoops) {
                               "     7          SE*7*0001\n");
 }
 
+// The second NM1 is one iteration too many of loop 1000 and lacks its REF, so it is taken back and given to loop 2000.
+const std::string kTakenBackGrammar =
+    "2M|1|1|ST$"
+    "O|0|1|Loop 1000$M|1|1|NM1$M|0|1|REF$O|0|0|EndLoop$"
+    "O|0|1|Loop 2000$M|1|1|NM1$O|0|1|PER$O|0|0|EndLoop$"
+    "M|1|1|SE$";
+const std::string kTakenBack = "ST*1*1~NM1*1~REF*1~NM1*1~PER*1~SE*6*1~";
+
+TEST_F(Loops, printsARecordThatIsLocatedTwiceInBothLoops) {
+    const auto result =
+        run({"loops", "--grammar", file("grammar", kTakenBackGrammar), file("message", x12(kTakenBack))});
+    EXPECT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_THAT(result.out, HasSubstr(": no findings, 6 located\n"
+                                      "     1          ST*1*1\n"
+                                      "     2  1000    NM1*1\n"
+                                      "     3  1000    REF*1\n"
+                                      "     4  1000    NM1*1\n"
+                                      "     4  2000    NM1*1\n"
+                                      "     5  2000    PER*1\n"
+                                      "     6          SE*6*1\n"));
+}
+
+TEST_F(Check, showsARecordThatIsLocatedTwiceInItsLastLoop) {
+    const auto result = check(kTakenBackGrammar, x12(kTakenBack), {"--show"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_THAT(result.out, HasSubstr("     3  1000      REF*1\n     4  2000      NM1*1\n     5  2000      PER*1\n"));
+}
+
 TEST_F(Loops, leavesOutWhatWasNotLocated) {
     const auto result = run({"loops", "--grammar", file("grammar", kOrderGrammar),
                              file("message", x12("ST*850*1~BEG*00~N1*BY~ZZZ*1~SE*5*1~"))});
