@@ -1,15 +1,12 @@
 /*
  * Runs the examples of documents. Each Markdown file named on the command line is searched for fenced blocks that are
- * marked, in this order:
+ * marked with the name of a section of a case file:
  *
- *   grammar     the grammar text
- *   delimiters  the delimiter text; left out for a grammar of kind 1
- *   stream      the data stream, a record or more on a line
- *   report      a finding a line, as a case file has it: number | name | code | loop, or all ten columns; may be empty
- *   loops       the lines of GetLoopText without their terminators; may be left out
+ *   grammar, delimiters                     what the messages behind them are walked with
+ *   message, stream                         a message; each begins an example, with an object of its own
+ *   report, loops, rule, rules, contents    what is called and what is expected, as in a case file
  *
- * A stream may follow a report: it is walked by a new object of the same grammar. Blocks marked otherwise are passed
- * over. Each report is one test, whose name comes from the file and the line of its stream.
+ * Blocks marked otherwise are passed over. Each message is one test, whose name comes from the file and the line.
  */
 #include <gtest/gtest.h>
 
@@ -40,7 +37,8 @@ bool startsWithFence(const std::string& text) {
 }
 
 bool isOfExample(const std::string& name) {
-    static const std::array<const char*, 5> names = {"grammar", "delimiters", "stream", "report", "loops"};
+    static const std::array<const char*, 9> names = {"grammar", "delimiters", "message", "stream",  "report",
+                                                     "loops",   "rule",       "rules",   "contents"};
     return std::find(names.begin(), names.end(), name) != names.end();
 }
 
@@ -72,19 +70,13 @@ std::vector<Section> blocksOf(const path& page) {
     return blocks;
 }
 
-/* Puts the blocks of a page together, and insists on their order. */
+/* Puts the blocks of a page together. */
 class ExampleReader {
 public:
     explicit ExampleReader(path thePage) : page(std::move(thePage)) {}
 
     std::vector<CaseFile> read() {
-        for (const Section& block : blocksOf(page)) {
-            if (last == "stream" && block.name != "report") break;
-            take(block);
-            last = block.name;
-        }
-        if (last == "stream") throw fault(page, stream, "a report must follow the stream");
-        if (last == "grammar" || last == "delimiters") throw fault(page, given.back(), "a stream must follow");
+        for (const Section& block : blocksOf(page)) take(block);
         if (examples.empty()) throw std::runtime_error(page.string() + " has no examples");
         return std::move(examples);
     }
@@ -92,33 +84,22 @@ public:
 private:
     path page;
     std::vector<Section> given;  // the grammar, and its delimiters if it has them
-    Section stream;
-    std::string last;  // the name of the block before
     std::vector<CaseFile> examples;
+    bool isInExample = false;
 
     void take(const Section& block) {
         if (block.name == "grammar") {
             given = {block};
-        } else if (given.empty()) {
-            throw fault(page, block, "a grammar must come first");
-        } else if (block.name == "delimiters") {
-            require(block, last == "grammar", "delimiters follow their grammar");
-            given.push_back(block);
-        } else if (block.name == "stream") {
-            stream = block;
-        } else if (block.name == "report") {
-            require(block, last == "stream", "a report follows its stream");
-            examples.push_back({page.string(), given});
-            examples.back().sections.push_back(stream);
-            examples.back().sections.push_back(block);
-        } else {
-            require(block, last == "report", "loops follow a report");
-            examples.back().sections.push_back(block);
+            isInExample = false;
+            return;
         }
-    }
-
-    void require(const Section& block, bool isInOrder, const std::string& text) const {
-        if (!isInOrder) throw fault(page, block, text);
+        if (given.empty()) throw fault(page, block, "a grammar must come first");
+        if (block.name == "message" || block.name == "stream") {
+            examples.push_back({page.string(), given});
+            isInExample = true;
+        }
+        if (block.name != "delimiters" && !isInExample) throw fault(page, block, "a message must come first");
+        (isInExample ? examples.back().sections : given).push_back(block);
     }
 };
 
@@ -138,11 +119,11 @@ private:
 };
 
 void registerExample(const CaseFile& example, const cases::Host& host) {
-    const auto stream = std::find_if(example.sections.begin(), example.sections.end(),
-                                     [](const Section& section) { return section.name == "stream"; });
+    const auto isMessage = [](const Section& section) { return section.name == "message" || section.name == "stream"; };
+    const auto message = std::find_if(example.sections.begin(), example.sections.end(), isMessage);
     const std::string suite = path(example.path).stem().string();
-    const std::string name = "line_" + std::to_string(stream->line);
-    testing::RegisterTest(suite.c_str(), name.c_str(), nullptr, nullptr, example.path.c_str(), stream->line,
+    const std::string name = "line_" + std::to_string(message->line);
+    testing::RegisterTest(suite.c_str(), name.c_str(), nullptr, nullptr, example.path.c_str(), message->line,
                           [example, &host]() -> ExampleTest* { return new ExampleTest(example, host); });
 }
 
