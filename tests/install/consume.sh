@@ -4,7 +4,8 @@
 #   LANGUAGE  c (C11), cpp (C++17), or readme: the host in C that stands in README.md
 #   LIBDIR    where libraries lie under PREFIX
 #   WORK      a folder to build in, made anew
-# Takes the compilers from CC and CXX. Nothing but PREFIX tells the host where the library is.
+# Takes the compilers from CC and CXX, and the tool that cmake builds with from CMAKE_GENERATOR. Nothing but PREFIX tells
+# the host where the library is.
 set -euo pipefail
 way=$1 language=$2 prefix=$3 libdir=$3/$4 work=$5
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
