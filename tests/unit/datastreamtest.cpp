@@ -213,6 +213,8 @@ TEST(DataStream, with_a_terminator_cut_off_by_its_end_has_no_last_record) {
 
 TEST(DataStream, without_a_terminator_has_no_records) {
     EXPECT_EQ(Stream(head("ST") + "ST*a~", "").texts(), Texts{});
+    std::string const withNul = head("ST") + "ST*a" + std::string(1, '\0') + head("SE") + "SE*1" + std::string(1, '\0');
+    EXPECT_EQ(Stream(withNul, "").texts(), Texts{});
 }
 
 }  // namespace

@@ -203,6 +203,22 @@ TEST(ErrorInfos, reports_a_segText_of_four_characters_with_three) {
     EXPECT_EQ(report(errors).substr(38, 4), "RUL ");
 }
 
+TEST(ErrorInfos, fills_every_text_column_up_on_the_right) {
+    ErrorInfos errors;
+    errors.add(1, 2, "A", "B", "C", "D", "E", "F", "G", "H");
+    EXPECT_EQ(report(errors),
+              "0000000001"
+              "002"
+              "H "
+              "A       "
+              "B    "
+              "C     "
+              "D   "
+              "E   "
+              "F" +
+                  blanks(79) + "G" + blanks(49) + "$");
+}
+
 TEST(ErrorInfos, reports_in_the_order_of_arrival) {
     ErrorInfos errors;
     for (int number : {3, 1, 2})

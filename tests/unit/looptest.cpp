@@ -111,6 +111,16 @@ TEST(Loop, keeps_its_own_counters_under_the_root) {
     EXPECT_EQ(walk.node({1}).repeatCount, 2);
 }
 
+TEST(Loop, makes_itself_the_context_of_its_initiator_in_both_kinds_of_iteration) {
+    for (char const* first : {"NM1", "REF"}) {
+        TreeWalk walk(claim, {"ST", first, "SE"});
+        walk.run();
+        EXPECT_EQ(walk.node({1}).repeatCount, 1);
+        EXPECT_EQ(walk.node({1, 0}).context, &walk.node<Loop>({1})) << first;
+        EXPECT_EQ(walk.node({1, 2}).context, &walk.node<Loop>({1})) << first;
+    }
+}
+
 // The identifier of a record under an initiator that knows some.
 constexpr char level[] =
     "2M|1|1|ST$"
