@@ -101,7 +101,8 @@ void Rule::GetNextOuterLoopScope(int* begin, int* end) {
     }
     int const found = ScrollToExplicitLoop(side->loopId(), after);
     // A list that ends inside the loop gives its last scope again and again: the walk ends there.
-    if (found <= lastScopeBegin) {
+    scopesRepeat = found >= 0 && found <= lastScopeBegin;
+    if (found < 0 || scopesRepeat) {
         scopeFinished = 1;
         return;
     }
@@ -137,32 +138,33 @@ void Rule::GetNextInnerLoopScope(int* begin, int* end, int outerBegin, int outer
         return;
     }
     SegListLoopSearch search(segLists, side.loopId());
-    if (innerScopeFirst == 1) {
-        search.cursor = outerBegin < 0 ? outerBegin : outerBegin - 1;
-        innerScopeFirst = 0;
-        lastInnerBegin = noLine;
-    } else {
-        search.cursor = *end;
-    }
-    *begin = search.FindNext(outerEnd);
-    // As with outer scopes, one that is found again is the end.
-    if (*begin <= lastInnerBegin) {
+    int const came = *end;
+    bool const isFirst = innerScopeFirst == 1;
+    search.cursor = !isFirst ? came : outerBegin < 0 ? outerBegin : outerBegin - 1;
+    innerScopeFirst = 0;
+    int const found = search.FindNext(outerEnd);
+    int const foundEnd = found < 0 ? noLine : findInnerEnd(side, found, came, outerEnd);
+    // Where the last line of the list begins an inner scope, the search goes on from where the scope before it ended: what
+    // is found again is the end.
+    bool const isRepeated = !isFirst && found == lastInnerBegin && foundEnd == lastInnerEnd;
+    if (found < 0 || isRepeated) {
         *begin = *end = noLine;
         innerScopeFinished = 1;
         return;
     }
-    lastInnerBegin = *begin;
-    // In an outer scope that is open to the end, the last line of the list is in no inner scope. Hosts rely on it: the
-    // trailer is no part of a loop.
+    *begin = lastInnerBegin = found;
+    *end = lastInnerEnd = foundEnd;
+}
+
+/// The end of an inner scope. It doesn't stop at a line of another loop, unlike that of an outer one. In an outer scope that
+/// is open to the end, the last line of the list is in no inner scope. Hosts rely on it: the trailer is no part of a loop.
+int Rule::findInnerEnd(SideOfRule const& side, int begin, int came, int outerEnd) {
     int const bound = outerEnd == -1 ? segLists->count - 1 : outerEnd + 1;
-    for (int line = *begin + 1; line < bound; ++line) {
+    for (int line = begin + 1; line < bound; ++line) {
         SegListInfo const& info = (*segLists)[line];
-        if (ruleArgument3 && equal(info.loopId, side.loopId()) && equal(info.segmentId, ruleArgument3)) {
-            *end = line - 1;
-            return;
-        }
+        if (ruleArgument3 && equal(info.loopId, side.loopId()) && equal(info.segmentId, ruleArgument3)) return line - 1;
     }
-    if (*begin + 1 <= bound) *end = bound - 1;
+    return begin + 1 <= bound ? bound - 1 : came;
 }
 
 void Rule::RecordError(int rightLine, int leftLine, char const* rightValue, char const* leftValue) {

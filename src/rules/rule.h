@@ -137,8 +137,10 @@ public:
         return next > line ? next : noLine;
     }
     /// The first left line of a scope, for rules that look at no other. When the scopes have run out, a begin of -1 lets the
-    /// search go on: on a walk over the whole list, every left line behind `previous` gets a pass of its own.
+    /// search go on: on a walk over the whole list, every left line behind `previous` gets a pass of its own. Scopes that do
+    /// not run out, but repeat themselves, end the walk.
     int nextLeftLine(int previous, int begin, int end) {
+        if (scopesRepeat) return noLine;
         return begin < 0 ? nextLine(leftSide, previous, end) : firstLine(leftSide, begin, end);
     }
     /// The first line of a side behind `line`, wherever the side's position is.
@@ -159,10 +161,13 @@ private:
     }
 
     int lastScopeBegin = -1;
+    bool scopesRepeat = false;  // the list ends inside the loop, whose last scope would be found again and again
     int lastInnerBegin = -1;
+    int lastInnerEnd = -1;
     SubElements subElementCopy;  // what GetSubElement answers from
 
     SideOfRule* outer();
+    int findInnerEnd(SideOfRule const& side, int begin, int came, int outerEnd);
     bool satisfiesElement(SideOfRule const& side, int line, int requireElement);
     void addFinding(SideOfRule const& side, int line, char const* message, char const* value);
 };

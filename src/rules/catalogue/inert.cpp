@@ -3,15 +3,21 @@
 
 #include "rules/catalogue/ruletools.h"
 
+// A loop that stands nowhere gives one pass over the whole list.
 int Rule99::ValidateRule() {
-    for (ExplicitScopes scope(*this); scope.next();) {
-        SideOfRule side = outerSide == rightIsOuter ? rightSide : leftSide;
-        int line = firstLine(side, scope.begin, scope.end);
-        for (int passes = 0; line != noLine && passes < walkCap; ++passes) {
-            valueOf(side, line);
-            side.firstValue();
-            line = lineBehind(side, line, scope.end);
-        }
-    }
+    ExplicitScopes scope(*this);
+    scope.next();
+    do readLines(scope.begin, scope.end);
+    while (scope.next());
     return 1;
+}
+
+void Rule99::readLines(int begin, int end) {
+    SideOfRule side = outerSide == rightIsOuter ? rightSide : leftSide;
+    int line = firstLine(side, begin, end);
+    for (int passes = 0; line != noLine && passes < walkCap; ++passes) {
+        valueOf(side, line);
+        side.firstValue();
+        line = lineBehind(side, line, end);
+    }
 }

@@ -24,4 +24,7 @@ class Rule59 : public InertRule {};
 class Rule99 : public Rule {
 public:
     int ValidateRule() override;
+
+private:
+    void readLines(int begin, int end);
 };

@@ -16,13 +16,11 @@ int Rule80::ValidateRule() {
     contentRuleNumber = 80;
     int begin = noLine;
     int end = noLine;
-    int line = noLine;
     GetNextOuterLoopScope(&begin, &end);
     do {
         int count = 0;
-        for (int next; (next = nextLine(leftSide, line, noLine)) != noLine; line = next) {
-            if (isPresent(leftSide.firstValue())) serveLeftLine(next, ++count, begin, end);
-        }
+        for (int line = firstLine(leftSide, noLine, noLine); line != noLine; line = nextLine(leftSide, line, noLine))
+            if (isPresent(leftSide.firstValue())) serveLeftLine(line, ++count, begin, end);
         GetNextOuterLoopScope(&begin, &end);
     } while (begin > 0);
     return 1;

@@ -247,7 +247,8 @@ int Rule12::ValidateRule() {
     int result = 1;
     walkScopes(1, [&](int begin, int end) {
         int const left = firstLine(leftSide, begin, end);
-        if (left == noLine || !isSamePresent(valueOf(leftSide, left), leftSide.firstValue())) return;
+        char* const demanding = leftSide.firstValue();
+        if (left == noLine || !isPresent(demanding) || !isSamePresent(valueOf(leftSide, left), demanding)) return;
         if (firstRightLineUpToFence(*this, begin, end) != noLine) return;
         RecordError(noLine, left, " ", " ");
         result = 0;

@@ -93,14 +93,13 @@ int Rule40::ValidateRule() {
     int result = 1;
     int begin = noLine;
     int end = noLine;
-    int line = noLine;
     GetNextOuterLoopScope(&begin, &end);
     do {
-        for (int next; (next = nextLine(leftSide, line, noLine)) != noLine; line = next) {
+        for (int line = firstLine(leftSide, noLine, noLine); line != noLine; line = nextLine(leftSide, line, noLine)) {
             if (!isPresent(leftSide.firstValue())) continue;
-            char* const text = valueOf(leftSide, next);
+            char* const text = valueOf(leftSide, line);
             if (!isSamePresent(text, leftSide.firstValue())) continue;
-            RecordError(next, next, text, text);
+            RecordError(line, line, text, text);
             result = 0;
         }
         GetNextOuterLoopScope(&begin, &end);
@@ -120,13 +119,12 @@ int Rule41::ValidateRule() {
 }
 
 void Rule41::checkScope(int begin) {
-    int next = nextLine(leftSide, line, noLine);
-    if (next == noLine) {
+    int line = firstLine(leftSide, noLine, noLine);
+    if (line == noLine) {
         RecordError(begin, begin, leftSide.segmentId(), leftSide.segmentId());
         result = 0;
     }
-    for (; next != noLine; next = nextLine(leftSide, line, noLine)) {
-        line = next;
+    for (; line != noLine; line = nextLine(leftSide, line, noLine)) {
         if (!isPresent(leftSide.firstValue())) return;  // the next scope goes on from here
         char* const text = valueOf(leftSide, line);
         if (text && equal(text, leftSide.firstValue())) continue;
@@ -139,11 +137,10 @@ void Rule41::checkScope(int begin) {
 int Rule60::ValidateRule() {
     int begin = noLine;
     int end = noLine;
-    int line = noLine;
     GetNextOuterLoopScope(&begin, &end);
     do {
-        for (int next; (next = nextLine(leftSide, line, noLine)) != noLine; line = next)
-            if (isPresent(leftSide.firstValue())) checkLine(next);
+        for (int line = firstLine(leftSide, noLine, noLine); line != noLine; line = nextLine(leftSide, line, noLine))
+            if (isPresent(leftSide.firstValue())) checkLine(line);
         GetNextOuterLoopScope(&begin, &end);
     } while (begin > 0);
     return result;

@@ -40,7 +40,6 @@ public:
 
 private:
     int result = 1;
-    int line = noLine;  // the left line of the walk over the whole list
 
     void checkScope(int begin);
 };
