@@ -1,4 +1,4 @@
-// What CreateStruct and ValidateStruct cost, beside the least that anyone who reads the same bytes has to do: a pass of
+// What CreateStruct, ValidateStruct and RunRules cost, beside the least that anyone who reads the same bytes has to do: a pass of
 // memchr from one record end to the next. The two are timed in turn, in one run, and their best times are given as a
 // ratio, which moves far less from machine to machine than the times do.
 //
@@ -109,6 +109,24 @@ void validate(benchmark::State& state, Message const& message) {
     figures.tell(state);
 }
 
+/// The ratio is to a pass over the stream for each rule.
+void runRules(benchmark::State& state, Message const& message, std::size_t ruleCount) {
+    std::string const rules = rulesForClaims(ruleCount);
+    Figures figures(message.stream, message.recordEnd);
+    for (auto iteration : state) {
+        Object object = objectFor(message);
+        object.validate();
+        object.take(rules);
+        double const seconds = secondsOf([&] { object.runRules(); });
+        figures.take(state, seconds / static_cast<double>(ruleCount));
+        if (!object.isClean()) {
+            state.SkipWithError("the rules are not kept");
+            return;
+        }
+    }
+    figures.tell(state);
+}
+
 void create(benchmark::State& state, std::string const& grammar) {
     Figures figures(grammar, '$');
     std::size_t const batch = batchFor(grammar.size());
@@ -147,6 +165,12 @@ void addAll() {
     for (Size const size : {Size{1'000, 100}, Size{10'000, 20}, Size{100'000, 10}})
         add("ValidateStruct, kind 2, claims: " + std::to_string(size.number), size.timings,
             [=](auto& state) { validate(state, claimBatch(size.number)); });
+    constexpr std::size_t ruleCount = 50;
+    constexpr std::size_t segmentsOfClaim = 18;
+    for (Size const size : {Size{1'000, 100}, Size{10'000, 20}, Size{100'000, 10}})
+        add("RunRules, one of 50 rules, lines: " + std::to_string(size.number), size.timings, [=](auto& state) {
+            runRules(state, claimBatch(size.number / segmentsOfClaim), ruleCount);
+        });
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include "messages.h"
 
 #include <array>
+#include <iterator>
 #include <utility>
 
 namespace {
@@ -97,6 +98,30 @@ constexpr char claimGrammar[] =
     "M|1|1|EndLoop$"
     "M|1|1|SE$";
 
+// Rules as a partner writes them, which the claims of the batch keep.
+constexpr char const* claimRules[] = {
+    // a claim has a diagnosis
+    "3|L|||2300|CLM|1||||||||2300|HI|1|||||||||L|E|837|SEG|message|||$",
+    // a subscriber line has no later duplicate flag
+    "2|L|||2000B|SBR|1||||||||2000B|SBR|2||99|||||||L|E|837|SEG|message|||$",
+    // no claim has the forbidden frequency
+    "4|L|||2300|CLM|5|3|1||||||2300|CLM|6||X|||||||L|E|837|SEG|message|||$",
+    // a claim total is the sum of its service lines
+    "8|S||||CLM|2||||||||2400|SV1|2||||||||2300|L|E|837|SEG|message|||$",
+    // service lines count 1, 2
+    "7|R|||2400|LX|1||||||||2300|CLM||||||||||L|E|837|SEG|message|||$",
+    // a claim has no two diagnoses of one text
+    "10|L|||2300|HI|1||ABK:J020||||||||2|||||||||L|E|837|SEG|message|||$",
+    // an accepted claim has an onset date
+    "29|L|||2300|CLM|7||A*B||||||2300|DTP|1||431|||||||L|E|837|SEG|message|||$",
+    // no service line has the forbidden unit
+    "40|L|||2400|SV1|3||ZZ|||||||||||||||||L|E|837|SEG|message|||$",
+    // a member is no duplicate of another
+    "19|R|||2300|CLM|1||||||||2300|DTP|3|||||||||L|E|837|SEG|message|||$",
+    // a claim needs its rendering provider before the first line
+    "12|S|||2300|CLM|7||A||||||2310B|NM1|1|||2400|LX|1|||2300|L|E|837|SEG|message|||$",
+};
+
 void addClaim(StreamWriter& writer, std::string const& number) {
     writer.add("HL", number + "*1*22*0", "22");
     writer.add("SBR", "P*18*GROUP77******CI");
@@ -173,4 +198,11 @@ std::string grammarOf(std::size_t records) {
         }
     }
     return grammar;
+}
+
+std::string rulesForClaims(std::size_t number) {
+    std::string records;
+    for (std::size_t index = 0; index < number; ++index)
+        records += claimRules[index % std::size(claimRules)];
+    return records;
 }

@@ -22,3 +22,6 @@ Message claimBatch(std::size_t claims);
 
 /// A grammar text of `records` records.
 std::string grammarOf(std::size_t records);
+
+/// The text of `number` rule records, which the claims of a batch keep.
+std::string rulesForClaims(std::size_t number);

@@ -17,13 +17,16 @@ public:
 
     void setDelimiters(std::string const& delimiters);
 
-    /// Puts a stream behind the handle, for validate().
+    /// Puts a stream behind the handle, for validate(), or rule records, for runRules().
     void take(std::string const& stream);
 
     /// Calls ValidateStruct, and nothing beside it, so that this is what a clock may stand around.
     void validate() { ValidateStruct(&call); }
 
-    /// Whether the last validate() ended without findings.
+    /// Calls RunRules over what stands behind the handle.
+    void runRules() { RunRules(&call); }
+
+    /// Whether the last call ended without findings.
     bool isClean() const { return call.returnCode == 0 && !call.outputText; }
 
 private:
