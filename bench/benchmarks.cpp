@@ -1,6 +1,6 @@
-// What CreateStruct, ValidateStruct and RunRules cost, beside the least that anyone who reads the same bytes has to do: a pass of
-// memchr from one record end to the next. The two are timed in turn, in one run, and their best times are given as a
-// ratio, which moves far less from machine to machine than the times do.
+// What CreateStruct, ValidateStruct and RunRules cost, beside the least that anyone who reads the same bytes has to do:
+// a pass of memchr from one record end to the next. The two are timed in turn, in one run, and their best times are
+// given as a ratio, which moves far less from machine to machine than the times do.
 //
 // Making and destroying objects, and filling their input, lies outside of what is timed.
 #include <benchmark/benchmark.h>
@@ -168,9 +168,8 @@ void addAll() {
     constexpr std::size_t ruleCount = 50;
     constexpr std::size_t segmentsOfClaim = 18;
     for (Size const size : {Size{1'000, 100}, Size{10'000, 20}, Size{100'000, 10}})
-        add("RunRules, one of 50 rules, lines: " + std::to_string(size.number), size.timings, [=](auto& state) {
-            runRules(state, claimBatch(size.number / segmentsOfClaim), ruleCount);
-        });
+        add("RunRules, one of 50 rules, lines: " + std::to_string(size.number), size.timings,
+            [=](auto& state) { runRules(state, claimBatch(size.number / segmentsOfClaim), ruleCount); });
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// Makes seeds for the fuzz targets: makeseeds TARGET-FOLDER CASES EXAMPLES. Each case file gives its grammar, its streams and
-// its rule records; each example file is a seed as it stands.
+// Makes seeds for the fuzz targets: makeseeds TARGET-FOLDER CASES EXAMPLES. Each case file gives its grammar, its
+// streams and its rule records; each example file is a seed as it stands.
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -42,7 +42,8 @@ std::string textOf(path const& file) {
 class CaseSeeds {
 public:
     CaseSeeds(cases::CaseFile const& caseFile, SeedWriter& seedWriter) : writer(seedWriter) {
-        for (auto const& section : caseFile.sections) take(section);
+        for (auto const& section : caseFile.sections)
+            take(section);
     }
 
 private:

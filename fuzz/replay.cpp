@@ -1,5 +1,5 @@
-// Stands in for the fuzzer: runs a target over files, and over all files of folders. An input of less than 100,000 bytes
-// that takes more than two seconds ends the run as a crash does; sanitizers get more time.
+// Stands in for the fuzzer: runs a target over files, and over all files of folders. An input of less than 100,000
+// bytes that takes more than two seconds ends the run as a crash does; sanitizers get more time.
 #include <unistd.h>
 
 #include <csignal>
@@ -27,7 +27,8 @@ std::string current;
 
 extern "C" void onSignal(int) {
     static char const text[] = "took too long: ";
-    auto const written = write(STDERR_FILENO, text, sizeof text - 1) + write(STDERR_FILENO, current.data(), current.size());
+    auto const written =
+        write(STDERR_FILENO, text, sizeof text - 1) + write(STDERR_FILENO, current.data(), current.size());
     _exit(written > 0 ? 1 : 2);
 }
 

@@ -1,4 +1,5 @@
-// Fuzz target: the whole road. Grammar, delimiters, stream and rule records, and each export in an order that hosts use.
+// Fuzz target: the whole road. Grammar, delimiters, stream and rule records, and each export in an order that hosts
+// use.
 #include "exits.h"
 #include "parts.h"
 

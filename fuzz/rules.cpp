@@ -14,14 +14,30 @@ constexpr char grammar[] =
 
 /// One segment a line in the stream form; the identifier of an HL is its level.
 constexpr char const* segments[] = {
-    "ST 837  ", "ST*837*0001",        "BHT0019 ", "BHT*0019*00*1",       "HL 20   ", "HL*1**20*1",
-    "NM185   ", "NM1*85*2*CLINIC",    "REFEI   ", "REF*EI*123456789",    "HL 22   ", "HL*2*1*22*0",
-    "SBRP    ", "SBR*P*18",           "NM1IL   ", "NM1*IL*1*DOE*JANE",   "DMGD8   ", "DMG*D8*19700101*F",
-    "CLMA    ", "CLM*A*100.00***11:B:1*Y", "DTP431  ", "DTP*431*D8*20260102", "AMTF5   ", "AMT*F5*10",
-    "HI BK   ", "HI*BK:8901*BF:87200^BF:5559", "LX 1    ", "LX*1",       "SV1HC   ", "SV1*HC:99213:25*60.00*UN*1",
-    "DTP472  ", "DTP*472*D8*20260101", "REF6R   ", "REF*6R*L1",          "LX 2    ", "LX*2",
-    "SV1HC   ", "SV1*HC:87070*40.00*UN*1", "REF6R   ", "REF*6R*L1",      "CLMB    ", "CLM*B*50***11:B:1*Y",
-    "LX 1    ", "LX*1",               "SV1HC   ", "SV1*HC:86663*50*UN*U", "SE 25   ", "SE*25*0001",
+    "ST 837  ", "ST*837*0001",
+    "BHT0019 ", "BHT*0019*00*1",
+    "HL 20   ", "HL*1**20*1",
+    "NM185   ", "NM1*85*2*CLINIC",
+    "REFEI   ", "REF*EI*123456789",
+    "HL 22   ", "HL*2*1*22*0",
+    "SBRP    ", "SBR*P*18",
+    "NM1IL   ", "NM1*IL*1*DOE*JANE",
+    "DMGD8   ", "DMG*D8*19700101*F",
+    "CLMA    ", "CLM*A*100.00***11:B:1*Y",
+    "DTP431  ", "DTP*431*D8*20260102",
+    "AMTF5   ", "AMT*F5*10",
+    "HI BK   ", "HI*BK:8901*BF:87200^BF:5559",
+    "LX 1    ", "LX*1",
+    "SV1HC   ", "SV1*HC:99213:25*60.00*UN*1",
+    "DTP472  ", "DTP*472*D8*20260101",
+    "REF6R   ", "REF*6R*L1",
+    "LX 2    ", "LX*2",
+    "SV1HC   ", "SV1*HC:87070*40.00*UN*1",
+    "REF6R   ", "REF*6R*L1",
+    "CLMB    ", "CLM*B*50***11:B:1*Y",
+    "LX 1    ", "LX*1",
+    "SV1HC   ", "SV1*HC:86663*50*UN*U",
+    "SE 25   ", "SE*25*0001",
 };
 
 std::string streamUpTo(std::size_t count) {

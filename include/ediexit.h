@@ -2,8 +2,8 @@
  * ediexit.h: what a host needs to call libediexit.so, from C or C++.
  *
  * Every exit function takes one call record and returns nothing: what it has to say stands in the record afterwards.
- * Replies are bytes of `outputLength`, not NUL-terminated texts. They belong to the host, which gives each one back with
- * voptMemFree. docs/interface.md tells the order of the calls, what each one reads and what it answers.
+ * Replies are bytes of `outputLength`, not NUL-terminated texts. They belong to the host, which gives each one back
+ * with voptMemFree. docs/interface.md tells the order of the calls, what each one reads and what it answers.
  *
  * Threads: one object (one handle) is for one thread at a time; separate objects are independent.
  */
@@ -52,31 +52,31 @@ EDIEXIT_ASSERT_OFFSET(outputText, 56);
 EDIEXIT_ASSERT_OFFSET(returnCode, 80);
 #undef EDIEXIT_ASSERT_OFFSET
 
-/* Builds the validator of a grammar. Input: the grammar text alone. Reply: the handle text of the object, which stands at
- * the head of the input of every later call. returnCode -1, with the output fields untouched: a record of the grammar
- * lacks one of its first four fields. */
+/* Builds the validator of a grammar. Input: the grammar text alone. Reply: the handle text of the object, which stands
+ * at the head of the input of every later call. returnCode -1, with the output fields untouched: a record of the
+ * grammar lacks one of its first four fields. */
 void CreateStruct(tagExitParamStruct* param);
 
-/* Sets the delimiters of the message. Input: handle, element delimiter, sub-element delimiter, segment terminator of up to
- * three characters, 'X'. No reply. For grammars of kind 2, before ValidateStruct. */
+/* Sets the delimiters of the message. Input: handle, element delimiter, sub-element delimiter, segment terminator of up
+ * to three characters, 'X'. No reply. For grammars of kind 2, before ValidateStruct. */
 void SetDelimiters(tagExitParamStruct* param);
 
-/* Walks a message through the grammar. Input: handle, data stream. Reply: a line of 173 bytes for each finding, or none.
- * Once per object. */
+/* Walks a message through the grammar. Input: handle, data stream. Reply: a line of 173 bytes for each finding, or
+ * none. Once per object. */
 void ValidateStruct(tagExitParamStruct* param);
 
 /* Gives the located segments with their loops, as text. Input: handle. Reply: a run of lines (docs/interface.md). For
  * grammars of kind 2, after ValidateStruct, and before RunRules if the host wants whole lines. */
 void GetLoopText(tagExitParamStruct* param);
 
-/* Runs situational rules over the located segments. Input: handle, rule records. Reply: the findings, 173 bytes a line; if
- * there are none, the values taken out of the message, 223 bytes a line; or none. For grammars of kind 2, after
+/* Runs situational rules over the located segments. Input: handle, rule records. Reply: the findings, 173 bytes a line;
+ * if there are none, the values taken out of the message, 223 bytes a line; or none. For grammars of kind 2, after
  * ValidateStruct, as often as wanted. */
 void RunRules(tagExitParamStruct* param);
 
-/* Validates an XML document against its schema. Input: handle, a decimal number of three characters, the document, which ends
- * at its first NUL. With the number 101 the messages of the level "Error" are left out. Reply: the parser's messages, with
- * two NULs behind them that outputLength counts. At any time, as often as wanted. */
+/* Validates an XML document against its schema. Input: handle, a decimal number of three characters, the document,
+ * which ends at its first NUL. With the number 101 the messages of the level "Error" are left out. Reply: the parser's
+ * messages, with two NULs behind them that outputLength counts. At any time, as often as wanted. */
 void ValidateXML(tagExitParamStruct* param);
 
 /* Gives the text of a structural error. Input: a decimal number from 0 to 9, no handle. Reply: the text. */

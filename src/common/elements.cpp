@@ -32,7 +32,8 @@ bool Elements::moveTo(int index) {
     int field = nearerToStart ? 0 : lastIndex;
     int offset = nearerToStart ? 0 : lastOffset;
     while (field > index) {
-        for (--offset; offset > 0 && text[offset - 1] != '\0';) --offset;
+        for (--offset; offset > 0 && text[offset - 1] != '\0';)
+            --offset;
         --field;
     }
     while (field < index) {

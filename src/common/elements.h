@@ -10,11 +10,11 @@ public:
     char delimiter[2] = {'*', '\0'};
 
     /// The field at `index`, which ends at the next NUL; null where there is none. The first call splits the buffer for
-    /// good: each delimiter becomes a NUL. A text that ends with a delimiter has an empty last field, whose address lies
-    /// behind the `length` bytes.
+    /// good: each delimiter becomes a NUL. A text that ends with a delimiter has an empty last field, whose address
+    /// lies behind the `length` bytes.
     ///
-    /// Because of what `count` counts, a walk from 0 while below `count` loses the last field of a text that begins with
-    /// a delimiter. The lists of rule records rely on it: "*X" holds one field, an empty one.
+    /// Because of what `count` counts, a walk from 0 while below `count` loses the last field of a text that begins
+    /// with a delimiter. The lists of rule records rely on it: "*X" holds one field, an empty one.
     char* GetElement(int index);
 
     /// The number of fields that a walk from 0 visits: `count`, after the split.

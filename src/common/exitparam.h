@@ -14,10 +14,12 @@
 
 inline constexpr char szFailure[] = "-99";
 
-[[noreturn]] inline void throwFailure() { throw static_cast<char const*>(szFailure); }
+[[noreturn]] inline void throwFailure() {
+    throw static_cast<char const*>(szFailure);
+}
 
-/// Asks the kernel to back a large block by large pages. The lists of a long message are touched once, page by page, and
-/// the page faults cost more than the walk. It is a hint: where it is refused, nothing is different.
+/// Asks the kernel to back a large block by large pages. The lists of a long message are touched once, page by page,
+/// and the page faults cost more than the walk. It is a hint: where it is refused, nothing is different.
 inline void preferLargePages(void* memory, std::size_t size) {
     constexpr std::size_t worthwhile = std::size_t{4} << 20;
     constexpr std::uintptr_t pageSize = 4096;

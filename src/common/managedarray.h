@@ -1,7 +1,7 @@
 // ManagedArray<T>: the growable array under every list of records.
 //
-// It holds no count of elements in use: each owner keeps that beside the array, and reserves by index. Storage comes from
-// malloc and realloc, so T must be trivially copyable; T's default constructor gives a new element its texts.
+// It holds no count of elements in use: each owner keeps that beside the array, and reserves by index. Storage comes
+// from malloc and realloc, so T must be trivially copyable; T's default constructor gives a new element its texts.
 // Element addresses do not survive an access that grows the array.
 #pragma once
 
@@ -12,7 +12,8 @@
 
 template <typename T>
 class ManagedArray {
-    static_assert(std::is_trivially_copyable_v<T> && std::is_trivially_destructible_v<T>, "elements are moved by realloc");
+    static_assert(std::is_trivially_copyable_v<T> && std::is_trivially_destructible_v<T>,
+                  "elements are moved by realloc");
 
 public:
     T* data = nullptr;  // owned, from malloc; array of `size`
@@ -24,8 +25,9 @@ public:
     ManagedArray& operator=(ManagedArray const&) = delete;
     ~ManagedArray() { std::free(data); }
 
-    /// Opens the array with `newSize` elements and a growth step. On a live array a larger size means one step of growth,
-    /// not the difference, and a smaller one abandons the elements behind it. Throws szFailure where there is no memory.
+    /// Opens the array with `newSize` elements and a growth step. On a live array a larger size means one step of
+    /// growth, not the difference, and a smaller one abandons the elements behind it. Throws szFailure where there is
+    /// no memory.
     void setSize(int newSize, int newGrowBy) {
         if (newGrowBy > 0) growBy = newGrowBy;
         if (newSize == 0) {
@@ -59,7 +61,8 @@ public:
 
     void constructElements(T* first, int number) {
         if (!first) return;
-        for (int index = 0; index < number; ++index) new (first + index) T();
+        for (int index = 0; index < number; ++index)
+            new (first + index) T();
     }
 
     /// The element at `index`. An index at or behind the end grows the array by one step, and by no more than one: an

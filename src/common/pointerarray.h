@@ -6,9 +6,9 @@
 template <typename T>
 class PointerArray {
 public:
-    T** data;      // owned, from malloc; array of `capacity`, of which `count` are in use
+    T** data;  // owned, from malloc; array of `capacity`, of which `count` are in use
     int capacity;
-    int growBy;    // places that the next growth adds
+    int growBy;  // places that the next growth adds
     int count = 0;
 
     /// Throws szFailure where there is no memory.

@@ -1,8 +1,8 @@
 // ediexit: the exported exit functions.
 //
-// Each takes the host's call record. Failures go one of two ways: a refused call sets returnCode to -1 and leaves the output
-// fields as they are; where memory runs out, the exports that have a frame for it answer with szFailure, and leave
-// returnCode as it is.
+// Each takes the host's call record. Failures go one of two ways: a refused call sets returnCode to -1 and leaves the
+// output fields as they are; where memory runs out, the exports that have a frame for it answer with szFailure, and
+// leave returnCode as it is.
 
 // The objects are compiled with hidden visibility: what this header declares is what the library shows.
 #pragma GCC visibility push(default)
@@ -43,8 +43,8 @@ constexpr std::size_t handleTextSize = 64;
 /// Where the digits of a handle begin: behind their number, two hexadecimal digits, and a '0'.
 constexpr std::size_t handleDigitsAt = 3;
 
-/// The object that a handle text names; null for a text that names none. Writes a NUL at index 2 of the text and leaves it
-/// there. Stores the position behind the handle in `rest`, unless that is null.
+/// The object that a handle text names; null for a text that names none. Writes a NUL at index 2 of the text and leaves
+/// it there. Stores the position behind the handle in `rest`, unless that is null.
 EDI_Structure* str2ptr(char* text, char** rest) {
     constexpr std::size_t digitsAtMost = 16;
     constexpr std::size_t half = digitsAtMost / 2;
@@ -187,13 +187,19 @@ void copyStream(EDI_Structure& object, char const* stream, std::size_t length) {
 
 /// Whether the tree can be walked: not once DestroyGrammar has released it, nor behind a RunRules, whose new list of
 /// findings the nodes don't know.
-bool canBeWalked(EDI_Structure const& object) { return object.errorInfos && !object.contents; }
+bool canBeWalked(EDI_Structure const& object) {
+    return object.errorInfos && !object.contents;
+}
 
 }  // namespace
 
-void* voptMemAlloc(uint64_t size) { return std::malloc(size); }
+void* voptMemAlloc(uint64_t size) {
+    return std::malloc(size);
+}
 
-void voptMemFree(void* pointer) { std::free(pointer); }
+void voptMemFree(void* pointer) {
+    std::free(pointer);
+}
 
 void CreateStruct(tagExitParamStruct* param) {
     runFramed(param, [param] {
@@ -246,9 +252,9 @@ void ValidateStruct(tagExitParamStruct* param) {
         bool const isLocating = object.grammarKind == 2;
         if (isLocating) copyStream(object, call.input, call.inputLength);
         openDataSegment(object, call.inputLength);
-        Terminator const terminator = isLocating
-                                          ? Terminator{object.segLists->terminatorText, object.segLists->terminatorLength}
-                                          : Terminator{"$", 1};
+        Terminator const terminator =
+            isLocating ? Terminator{object.segLists->terminatorText, object.segLists->terminatorLength}
+                       : Terminator{"$", 1};
         readDataStream(isLocating ? object.dataCopy : call.input, call.inputLength, terminator, *object.dataSegment,
                        object.identifierBuffer);
         object.validateStructure(object.dataSegment, nullptr, nullptr, nullptr, object.grammarKind,
@@ -289,7 +295,8 @@ void RunRules(tagExitParamStruct* param) {
         renew(object.rules);
         RulesEnd const rulesEnd(object);
         readRules(call.input, call.inputLength, {object.segLists, object.errorInfos, object.contents}, *object.rules);
-        for (int index = 0; index < object.rules->count; ++index) object.rules->data[index]->ValidateRule();
+        for (int index = 0; index < object.rules->count; ++index)
+            object.rules->data[index]->ValidateRule();
         if (object.errorInfos->count != 0)
             MakeErrorString(param, &object);
         else if (object.contents->count != 0)

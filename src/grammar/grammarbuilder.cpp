@@ -33,12 +33,15 @@ Record splitRecord(char* text) {
     record.maxRepeat = record.minRepeat ? nextField() : nullptr;
     record.name = record.maxRepeat ? nextField() : nullptr;
     char* field = record.name;
-    for (char*& identifier : record.identifiers) identifier = field = field ? nextField() : nullptr;
+    for (char*& identifier : record.identifiers)
+        identifier = field = field ? nextField() : nullptr;
     if (field) nextField();  // the field behind the last slot is read and dropped
     return record;
 }
 
-int numberOf(char const* field) { return static_cast<int>(std::strtoul(field, nullptr, 10)); }
+int numberOf(char const* field) {
+    return static_cast<int>(std::strtoul(field, nullptr, 10));
+}
 
 /// The version text at the head of a grammar, in a field of zeros: a shorter text compares as if filled with NUL.
 class VersionText {
@@ -124,7 +127,9 @@ private:
 
 }  // namespace
 
-int grammarKindOf(char const* text) { return text[0] == '1' ? 1 : 2; }
+int grammarKindOf(char const* text) {
+    return text[0] == '1' ? 1 : 2;
+}
 
 bool buildGrammar(EDI_Structure& root, char* text, std::size_t length) {
     if (length == 0) return true;
@@ -139,7 +144,8 @@ bool buildGrammar(EDI_Structure& root, char* text, std::size_t length) {
         if (!terminator) break;
         *terminator = '\0';
         scan = terminator + 1;
-        while (scan < end && isSpace(*scan)) ++scan;
+        while (scan < end && isSpace(*scan))
+            ++scan;
 
         Record const record = splitRecord(recordText);
         if (record.isComplete()) {

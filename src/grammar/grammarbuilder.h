@@ -1,8 +1,8 @@
 // The grammar builder: from grammar text to the tree of nodes.
 //
-// The text: the first character selects the kind ('1' is kind 1, every other kind 2). Records follow, each ended by '$';
-// white space behind a '$' is skipped, and text behind the last '$' is not looked at. A record's fields are separated by
-// '|' in the manner of strtok: an empty field doesn't exist.
+// The text: the first character selects the kind ('1' is kind 1, every other kind 2). Records follow, each ended by
+// '$'; white space behind a '$' is skipped, and text behind the last '$' is not looked at. A record's fields are
+// separated by '|' in the manner of strtok: an empty field doesn't exist.
 //
 //   field    content
 //   1        requirement, its first character; in the first record version text + requirement character

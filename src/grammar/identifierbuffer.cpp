@@ -10,7 +10,9 @@ namespace {
 
 constexpr int alignment = 8;
 
-int roundUp(int size) { return (size + alignment - 1) / alignment * alignment; }
+int roundUp(int size) {
+    return (size + alignment - 1) / alignment * alignment;
+}
 
 }  // namespace
 
@@ -18,7 +20,9 @@ IdentifierBuffer::IdentifierBuffer() : bytes(static_cast<char*>(mallocOrThrow(st
     std::memset(bytes, 0, static_cast<std::size_t>(capacity));
 }
 
-IdentifierBuffer::~IdentifierBuffer() { std::free(bytes); }
+IdentifierBuffer::~IdentifierBuffer() {
+    std::free(bytes);
+}
 
 int IdentifierBuffer::add(char const* text) {
     std::size_t const length = std::strlen(text);

@@ -1,5 +1,5 @@
-// IdentifierBuffer: the pool of the identifier texts of a grammar and of its message. A text is named by its offset, which
-// stays valid while the storage moves; offset 0 is never given out and means none.
+// IdentifierBuffer: the pool of the identifier texts of a grammar and of its message. A text is named by its offset,
+// which stays valid while the storage moves; offset 0 is never given out and means none.
 #pragma once
 
 class IdentifierBuffer {
@@ -7,7 +7,7 @@ public:
     int used = 8;         // next free offset
     int capacity = 4096;  // bytes of storage
     int growBy = 4096;
-    char* bytes;          // owned, from malloc; zero behind the texts, which is what ends them
+    char* bytes;  // owned, from malloc; zero behind the texts, which is what ends them
 
     /// Throws szFailure where there is no memory.
     IdentifierBuffer();

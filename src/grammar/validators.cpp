@@ -11,13 +11,21 @@ int Validator::validateLoop(DataSegment* data, char const* segment, char const* 
     return 0;
 }
 
-int Validator::getType() { return containerType; }
+int Validator::getType() {
+    return containerType;
+}
 
-char const* Validator::getObjectName() { return segmentId; }
+char const* Validator::getObjectName() {
+    return segmentId;
+}
 
-int Validator::getLoopSize() { return 1; }
+int Validator::getLoopSize() {
+    return 1;
+}
 
-int Validator::checkLoopId() { return 0; }
+int Validator::checkLoopId() {
+    return 0;
+}
 
 Validators::Validators() : PointerArray(16, 8) {}
 
@@ -26,7 +34,9 @@ Validators::~Validators() = default;
 ValidationContext::ValidationContext(unsigned long walkFlags, ErrorInfos* sharedErrorInfos, SegLists* sharedSegLists)
     : flags(walkFlags), errorInfos(sharedErrorInfos), segLists(sharedSegLists) {}
 
-ValidationContext::~ValidationContext() { deleteChildren(); }
+ValidationContext::~ValidationContext() {
+    deleteChildren();
+}
 
 // Goes down to a node without children, deletes it and comes back up by `context`, which every node has to spare here.
 void ValidationContext::deleteChildren() {
@@ -51,15 +61,25 @@ void ValidationContext::deleteChildren() {
     children.data = nullptr;
 }
 
-int SegmentValidator::getType() { return segmentType; }
+int SegmentValidator::getType() {
+    return segmentType;
+}
 
-char const* Loop::getObjectName() { return children.count > 0 ? children.data[0]->segmentId : ""; }
+char const* Loop::getObjectName() {
+    return children.count > 0 ? children.data[0]->segmentId : "";
+}
 
-int Loop::getLoopSize() { return children.count; }
+int Loop::getLoopSize() {
+    return children.count;
+}
 
-int Loop::checkLoopId() { return loopIdMissing; }
+int Loop::checkLoopId() {
+    return loopIdMissing;
+}
 
-int choiceLoop::getType() { return groupType; }
+int choiceLoop::getType() {
+    return groupType;
+}
 
 // Groups within groups may be nested to any depth, so the line of first children is followed without recursion.
 char const* choiceLoop::getObjectName() {
@@ -78,4 +98,6 @@ EDI_Structure::EDI_Structure(int kind, ErrorInfos* ownedErrorInfos, SegLists* ow
     requirement = 'M';
 }
 
-char const* EDI_Structure::getObjectName() { return children.count > 0 ? children.data[0]->getObjectName() : ""; }
+char const* EDI_Structure::getObjectName() {
+    return children.count > 0 ? children.data[0]->getObjectName() : "";
+}

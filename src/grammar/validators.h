@@ -8,8 +8,8 @@
 //         choiceLoop                  unordered group                            also a ValidationContext
 //         EDI_Structure               the root, which a host's handle names      also a ValidationContext
 //
-// Ownership: a node with children owns them; the root owns the lists that all nodes share. Nodes are made by the grammar
-// builder and walked by src/walk. The counters live in the nodes, so a tree serves one walk, on one thread.
+// Ownership: a node with children owns them; the root owns the lists that all nodes share. Nodes are made by the
+// grammar builder and walked by src/walk. The counters live in the nodes, so a tree serves one walk, on one thread.
 #pragma once
 
 #include "common/pointerarray.h"
@@ -28,17 +28,18 @@ inline constexpr int identifierSlots = 20;
 inline constexpr int segmentIdLength = 31;
 
 struct SegmentData {
-    char segmentId[segmentIdLength + 1];     // NUL-terminated: a node's name, or the id of a record, at most 3 characters
-    int position;                            // a record's 0-based ordinal; 0 in a node
-    int identifierOffsets[identifierSlots];  // in the IdentifierBuffer, 0 for none: what a node allows; a record has slot 0
-    char* text;                              // borrowed from the copy of the stream: a record's element text; null in kind 1
+    char segmentId[segmentIdLength + 1];  // NUL-terminated: a node's name, or the id of a record, at most 3 characters
+    int position;                         // a record's 0-based ordinal; 0 in a node
+    int identifierOffsets
+        [identifierSlots];  // in the IdentifierBuffer, 0 for none: what a node allows; a record has slot 0
+    char* text;             // borrowed from the copy of the stream: a record's element text; null in kind 1
 };
 
 class Segment : public SegmentData {
 public:
-    char requirement = '\0';               // 'M' is mandatory, every other value optional
-    int maxRepeat = 0;                     // 0 means no limit
-    int repeatCount = 0;                   // segments of a leaf, iterations of a Loop, occurrences in a choiceLoop
+    char requirement = '\0';  // 'M' is mandatory, every other value optional
+    int maxRepeat = 0;        // 0 means no limit
+    int repeatCount = 0;      // segments of a leaf, iterations of a Loop, occurrences in a choiceLoop
     int minRepeat = 0;
     int unidentifiedCount = 0;             // iterations of a Loop that began at a record without an identifier
     ValidationContext* context = nullptr;  // borrowed from the parent, which writes it before each offer
@@ -61,8 +62,8 @@ public:
     virtual void validateStructure(DataSegment* data, char const* segment, char const* identifier,
                                    char const* loopContext, int kind, IdentifierBuffer* identifiers) = 0;
 
-    /// Offers the node a record. The result is 0 on every path of every class; a caller that received another value would
-    /// treat the record as taken. What the node did is told by the parent's context and by the cursor.
+    /// Offers the node a record. The result is 0 on every path of every class; a caller that received another value
+    /// would treat the record as taken. What the node did is told by the parent's context and by the cursor.
     virtual int validateLoop(DataSegment* data, char const* segment, char const* identifier, char const* loopContext,
                              int kind, IdentifierBuffer* identifiers);
 
@@ -83,12 +84,12 @@ public:
 /// What a node with children needs for the walk. `matched`, `currentChild` and `advanced` are written by the children.
 class ValidationContext {
 public:
-    int matched = 0;        // 1: a segment child took the record on offer
-    int currentChild = 0;   // the child at which the walk of this node stands
-    int advanced = 0;       // 1: as `matched`; only the root reads it
-    int loopIdMissing = 0;  // 1: a Loop saw its initiator with an identifier that it doesn't know
-    unsigned long flags;    // WalkFlags, the same in all nodes of a tree
-    Validators children;    // in grammar order; the nodes are owned
+    int matched = 0;         // 1: a segment child took the record on offer
+    int currentChild = 0;    // the child at which the walk of this node stands
+    int advanced = 0;        // 1: as `matched`; only the root reads it
+    int loopIdMissing = 0;   // 1: a Loop saw its initiator with an identifier that it doesn't know
+    unsigned long flags;     // WalkFlags, the same in all nodes of a tree
+    Validators children;     // in grammar order; the nodes are owned
     ErrorInfos* errorInfos;  // borrowed from the root, which owns it
     SegLists* segLists;      // borrowed from the root, which owns it; null in kind 1
 
@@ -170,14 +171,14 @@ struct SupersededCopy {
 
 class EDI_Structure : public Validator, public ValidationContext {
 public:
-    int grammarKind;                         // 1: structure alone; 2: located lines, rules
-    DataSegment* dataSegment = nullptr;      // owned; made by ValidateStruct
-    Rules* rules = nullptr;                  // owned; there only during RunRules
-    char* dataCopy = nullptr;                // owned, from malloc; the located lines point into it
+    int grammarKind;                               // 1: structure alone; 2: located lines, rules
+    DataSegment* dataSegment = nullptr;            // owned; made by ValidateStruct
+    Rules* rules = nullptr;                        // owned; there only during RunRules
+    char* dataCopy = nullptr;                      // owned, from malloc; the located lines point into it
     IdentifierBuffer* identifierBuffer = nullptr;  // owned; null in kind 1
-    char* xmlMessage = nullptr;              // owned, from malloc; text of the last ValidateXML
-    Contents* contents = nullptr;            // owned; made by RunRules
-    SupersededCopy* supersededCopies = nullptr;  // owned
+    char* xmlMessage = nullptr;                    // owned, from malloc; text of the last ValidateXML
+    Contents* contents = nullptr;                  // owned; made by RunRules
+    SupersededCopy* supersededCopies = nullptr;    // owned
 
     /// Takes over the two lists. Throws szFailure where there is no memory.
     EDI_Structure(int kind, ErrorInfos* ownedErrorInfos, SegLists* ownedSegLists);

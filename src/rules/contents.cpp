@@ -49,7 +49,9 @@ std::size_t printedLength(Content const& record) {
 
 }  // namespace
 
-Contents::Contents() { records.setSize(16, 20); }
+Contents::Contents() {
+    records.setSize(16, 20);
+}
 
 Contents::~Contents() = default;
 
@@ -79,7 +81,8 @@ void Contents::add(int lineNumber, int elementPosition, int subElementPosition, 
 
 std::size_t Contents::reportLength() const {
     std::size_t length = 0;
-    for (int index = 0; index < count; ++index) length += printedLength(records.data[index]);
+    for (int index = 0; index < count; ++index)
+        length += printedLength(records.data[index]);
     return length;
 }
 

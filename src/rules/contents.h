@@ -63,8 +63,8 @@ public:
              char const* v1Val, char const* v2PatternId, char const* errorCode, char const* loopId, char const* txnText,
              char const* segText, char const* errorText);
 
-    /// Bytes of the report of all values, without a terminator: 223 a line, and more only where a number is too wide for
-    /// its column.
+    /// Bytes of the report of all values, without a terminator: 223 a line, and more only where a number is too wide
+    /// for its column.
     std::size_t reportLength() const;
 
     /// Prints the report, in order of arrival, into `reply`, which has room for reportLength() + 1 bytes.

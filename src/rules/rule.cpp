@@ -11,7 +11,8 @@ namespace {
 
 std::size_t lengthWithoutBlanks(char const* text) {
     std::size_t length = std::strlen(text);
-    while (length > 0 && text[length - 1] == ' ') --length;
+    while (length > 0 && text[length - 1] == ' ')
+        --length;
     return length;
 }
 
@@ -41,7 +42,9 @@ int Rule::FindBeginingOfLoop(SideOfRule& side) {
     return equal((*segLists)[candidate].loopId, side.loopId()) ? noLine : candidate;
 }
 
-int Rule::FindEndOfLoop(SideOfRule& side) { return ScrollThroughExplicitLoop(side.loopId(), side.lineIndex) - 1; }
+int Rule::FindEndOfLoop(SideOfRule& side) {
+    return ScrollThroughExplicitLoop(side.loopId(), side.lineIndex) - 1;
+}
 
 int Rule::GetNextLineForSide(SideOfRule& side, int start, int last, int requireElement) {
     if (start != -1) side.lineIndex = start - 1;
@@ -54,7 +57,8 @@ int Rule::GetNextLineForSide(SideOfRule& side, int start, int last, int requireE
         search.cursor = side.lineIndex;
         for (;;) {
             int const line = search.FindNext(last);
-            // The first line of the list comes back with the position unchanged: it is not taken for a line of the side.
+            // The first line of the list comes back with the position unchanged: it is not taken for a line of the
+            // side.
             if (line <= 0) return line;
             if (satisfiesElement(side, line, requireElement)) return side.lineIndex = line;
         }
@@ -144,8 +148,8 @@ void Rule::GetNextInnerLoopScope(int* begin, int* end, int outerBegin, int outer
     innerScopeFirst = 0;
     int const found = search.FindNext(outerEnd);
     int const foundEnd = found < 0 ? noLine : findInnerEnd(side, found, came, outerEnd);
-    // Where the last line of the list begins an inner scope, the search goes on from where the scope before it ended: what
-    // is found again is the end.
+    // Where the last line of the list begins an inner scope, the search goes on from where the scope before it ended:
+    // what is found again is the end.
     bool const isRepeated = !isFirst && found == lastInnerBegin && foundEnd == lastInnerEnd;
     if (found < 0 || isRepeated) {
         *begin = *end = noLine;
@@ -156,8 +160,9 @@ void Rule::GetNextInnerLoopScope(int* begin, int* end, int outerBegin, int outer
     *end = lastInnerEnd = foundEnd;
 }
 
-/// The end of an inner scope. It doesn't stop at a line of another loop, unlike that of an outer one. In an outer scope that
-/// is open to the end, the last line of the list is in no inner scope. Hosts rely on it: the trailer is no part of a loop.
+/// The end of an inner scope. It doesn't stop at a line of another loop, unlike that of an outer one. In an outer scope
+/// that is open to the end, the last line of the list is in no inner scope. Hosts rely on it: the trailer is no part of
+/// a loop.
 int Rule::findInnerEnd(SideOfRule const& side, int begin, int came, int outerEnd) {
     int const bound = outerEnd == -1 ? segLists->count - 1 : outerEnd + 1;
     for (int line = begin + 1; line < bound; ++line) {

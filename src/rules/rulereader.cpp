@@ -50,7 +50,9 @@ void readSide(SideOfRule& side, char* const* fields) {
     if (isPresent(fields[4])) side.values = splitBy('*', fields[4]);
 }
 
-char firstCharacter(char const* field) { return field ? field[0] : '\0'; }
+char firstCharacter(char const* field) {
+    return field ? field[0] : '\0';
+}
 
 int readOuterSide(char const* field) {
     switch (firstCharacter(field)) {
@@ -77,7 +79,8 @@ int readErrorOrder(char const* field) {
 std::unique_ptr<Rule> readRule(char* record, SharedLists lists) {
     Elements split = splitBy(fieldDelimiter, record);
     char* fields[fieldsAtMost];
-    for (int index = 0; index < fieldsAtMost; ++index) fields[index] = split.GetElement(index);
+    for (int index = 0; index < fieldsAtMost; ++index)
+        fields[index] = split.GetElement(index);
 
     if (!lists.segLists) throwFailure();
     std::unique_ptr<Rule> rule = makeRule(std::strtol(fields[0], nullptr, 10), *lists.segLists);

@@ -1,7 +1,7 @@
 // The rule reader: from rule records to rule objects.
 //
-// A record is text ended by '$'; its fields are separated by '|', and an empty field stays in its place. Text behind the
-// last '$' is ignored.
+// A record is text ended by '$'; its fields are separated by '|', and an empty field stays in its place. Text behind
+// the last '$' is ignored.
 //
 //   field     goes into
 //   0         selects the class (catalogue/catalogue.h)
@@ -32,7 +32,7 @@ struct SharedLists {
     Contents* contents;
 };
 
-/// Adds an object to `rules` for each record of `text`, and changes the text: '$', '|' and '*' that end a record, a field
-/// or an entry of a list become NULs. The objects point into it.
-/// Throws szFailure where there is no memory, or where there is a record and no list of located lines.
+/// Adds an object to `rules` for each record of `text`, and changes the text: '$', '|' and '*' that end a record, a
+/// field or an entry of a list become NULs. The objects point into it. Throws szFailure where there is no memory, or
+/// where there is a record and no list of located lines.
 void readRules(char* text, std::size_t length, SharedLists lists, Rules& rules);

@@ -4,5 +4,6 @@
 Rules::Rules() : PointerArray(32, 16) {}
 
 Rules::~Rules() {
-    for (int index = 0; index < count; ++index) delete data[index];
+    for (int index = 0; index < count; ++index)
+        delete data[index];
 }

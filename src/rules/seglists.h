@@ -1,7 +1,8 @@
 // SegLists: the located segments of a message, in the order of the data. It is all that the rules see of a message.
 //
-// A position in it, a 0-based index called a line, is what all navigation hands around; -1 is no line. Lines are written
-// once, in the walk. Afterwards only their element texts change: they are split in place when an element is first read.
+// A position in it, a 0-based index called a line, is what all navigation hands around; -1 is no line. Lines are
+// written once, in the walk. Afterwards only their element texts change: they are split in place when an element is
+// first read.
 #pragma once
 
 #include <cstddef>
@@ -21,9 +22,9 @@ class SegLists : public ManagedArray<SegListInfo> {
 public:
     static constexpr int longestTerminator = 4;
 
-    int count = 0;                          // lines in use
-    char elementDelimiter = '\0';           // splits a line's text into elements
-    char subElementDelimiter = '\0';        // splits an element into sub-elements
+    int count = 0;                                // lines in use
+    char elementDelimiter = '\0';                 // splits a line's text into elements
+    char subElementDelimiter = '\0';              // splits an element into sub-elements
     char terminatorText[longestTerminator] = {};  // `terminatorLength` characters, without a terminator of its own
     int terminatorLength = 0;
 
@@ -34,7 +35,8 @@ public:
     /// Bytes that the loop text takes at most, its terminating NUL included.
     std::size_t loopTextSize() const;
 
-    /// Writes each line as segment id, delimiter, loop id, delimiter, the element text from behind its first delimiter, and
-    /// the segment terminator. A line whose elements have been read has lost its delimiters, and comes out without them.
+    /// Writes each line as segment id, delimiter, loop id, delimiter, the element text from behind its first delimiter,
+    /// and the segment terminator. A line whose elements have been read has lost its delimiters, and comes out without
+    /// them.
     void printLoopText(char* reply) const;
 };

@@ -38,19 +38,25 @@ int SegListSearch::compareLine(SegListInfo const& line, int type) {
     }
 }
 
-int SegListSegmentSearch::GetType() { return segmentSearch; }
+int SegListSegmentSearch::GetType() {
+    return segmentSearch;
+}
 
 int SegListSegmentSearch::Compare(char const* field, char const* searched) {
     return std::strncmp(field, searched, keyLength) == 0;
 }
 
-int SegListLoopSearch::GetType() { return loopSearch; }
+int SegListLoopSearch::GetType() {
+    return loopSearch;
+}
 
 int SegListLoopSearch::Compare(char const* field, char const* searched) {
     return std::strncmp(field, searched, keyLength) == 0;
 }
 
-int SegListNotLoopSearch::GetType() { return notLoopSearch; }
+int SegListNotLoopSearch::GetType() {
+    return notLoopSearch;
+}
 
 int SegListNotLoopSearch::Compare(char const* field, char const* searched) {
     return std::strncmp(field, searched, keyLength) != 0;

@@ -39,10 +39,10 @@ public:
     int subElementNumber(int index) const;
 
 private:
-    // The loop id, 7 bytes, and the segment id, 4 bytes, lie side by side with five spare bytes behind them. A loop id of
-    // more than six characters runs on into the segment id, which is then written over it, and a long segment id runs on
-    // into the spare bytes; both end at the last byte. Reading goes up to the first NUL. So a side with a segment id of
-    // four characters and more names no line, and reports show it whole.
+    // The loop id, 7 bytes, and the segment id, 4 bytes, lie side by side with five spare bytes behind them. A loop id
+    // of more than six characters runs on into the segment id, which is then written over it, and a long segment id
+    // runs on into the spare bytes; both end at the last byte. Reading goes up to the first NUL. So a side with a
+    // segment id of four characters and more names no line, and reports show it whole.
     static constexpr int segmentIdAt = 7;
     static constexpr int segmentIdWidth = 4;
     static constexpr int idBytes = 16;

@@ -5,7 +5,9 @@
 
 #include "common/exitparam.h"
 
-SubElements::~SubElements() { std::free(copy); }
+SubElements::~SubElements() {
+    std::free(copy);
+}
 
 void SubElements::split(char const* element, char delimiter) {
     elements = Elements();

@@ -12,12 +12,15 @@ constexpr char groupKeyword[] = "UnorderedGroup";
 constexpr int lowestLimit = -16;
 
 /// The name of a group behind the keyword and its separator.
-char const* groupTail(char const* name) { return tailFrom(name, sizeof groupKeyword); }
+char const* groupTail(char const* name) {
+    return tailFrom(name, sizeof groupKeyword);
+}
 
 /// The text by which a group's limit findings name it: its tail from the first digit on.
 char const* groupText(char const* name) {
     char const* text = groupTail(name);
-    while (*text != '\0' && !isDigit(*text)) ++text;
+    while (*text != '\0' && !isDigit(*text))
+        ++text;
     return *text != '\0' ? text : "LOOP";
 }
 
@@ -25,7 +28,8 @@ char const* groupText(char const* name) {
 
 void choiceLoop::validateStructure(DataSegment* data, char const*, char const*, char const*, int kind,
                                    IdentifierBuffer* identifiers) {
-    for (int index = 0; index < children.count; ++index) children.data[index]->repeatCount = 0;
+    for (int index = 0; index < children.count; ++index)
+        children.data[index]->repeatCount = 0;
     bool consumedAtAll = false;
     while (children.count > 0) {
         if (walkPass(data, kind, identifiers)) {
@@ -39,7 +43,8 @@ void choiceLoop::validateStructure(DataSegment* data, char const*, char const*, 
         }
     }
     if (consumedAtAll)
-        for (int index = 0; index < children.count; ++index) settle(*children.data[index], data->currentSegment);
+        for (int index = 0; index < children.count; ++index)
+            settle(*children.data[index], data->currentSegment);
     bool const single = children.count > 0 && children.data[children.count - 1]->getLoopSize() == 1;
     reportLimit(static_cast<long>(data->currentSegment) - repeatCount + maxRepeat, single);
 }
@@ -98,8 +103,8 @@ void choiceLoop::reportShortage(Validator& child, int number, char const* name, 
     ++repeatCount;
 }
 
-/// The name under which a child is reported missing. For a Loop it is that of the group's first child, whichever the child
-/// at hand is. A nested group loses its keyword for good: its node goes by the bare tail from then on.
+/// The name under which a child is reported missing. For a Loop it is that of the group's first child, whichever the
+/// child at hand is. A nested group loses its keyword for good: its node goes by the bare tail from then on.
 char const* choiceLoop::reportName(Validator& child) {
     if (startsWith(child.segmentId, "Loop")) return children.data[0]->getObjectName();
     if (startsWith(child.segmentId, groupKeyword)) {

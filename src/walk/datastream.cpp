@@ -14,13 +14,15 @@ constexpr std::size_t identifierWidth = 4;
 constexpr std::ptrdiff_t elementTextOffset = 15;
 
 void copyWhole(char* value, char const* field, std::size_t length) {
-    for (std::size_t index = 0; index < length; ++index) value[index] = field[index];
+    for (std::size_t index = 0; index < length; ++index)
+        value[index] = field[index];
     value[length] = '\0';
 }
 
 /// Copies a value without the white space at its end.
 void copyTrimmed(char* value, char const* field, std::size_t length) {
-    while (length > 0 && isSpace(field[length - 1])) --length;
+    while (length > 0 && isSpace(field[length - 1]))
+        --length;
     copyWhole(value, field, length);
 }
 
@@ -43,8 +45,8 @@ void readIdentifier(char* identifier, char const* field) {
         copyWhole(identifier, field, std::min(length, identifierWidth));
 }
 
-/// The next terminator from `start` on; null where there is none. After a mismatch the search goes on from the character
-/// that failed, so that an overlapping terminator before it is passed over.
+/// The next terminator from `start` on; null where there is none. After a mismatch the search goes on from the
+/// character that failed, so that an overlapping terminator before it is passed over.
 char* findTerminator(char* start, char const* end, Terminator terminator) {
     while (start < end) {
         auto* hit = static_cast<char*>(std::memchr(start, terminator.text[0], static_cast<std::size_t>(end - start)));
@@ -78,7 +80,8 @@ void readDataStream(char* text, std::size_t length, Terminator terminator, DataS
             entry.text = record + std::min(elementTextOffset, end - record);
         }
         record = recordEnd + terminator.length;
-        while (record < end && isSpace(*record)) ++record;
+        while (record < end && isSpace(*record))
+            ++record;
         if (record >= end) return;
     }
 }

@@ -22,7 +22,9 @@ std::size_t printedLength(ErrorInfo const& record) {
 
 }  // namespace
 
-ErrorInfos::ErrorInfos() { records.setSize(16, 1024); }
+ErrorInfos::ErrorInfos() {
+    records.setSize(16, 1024);
+}
 
 ErrorInfos::~ErrorInfos() = default;
 
@@ -45,7 +47,8 @@ void ErrorInfos::add(int lineNumber, int elementPosition, char const* segmentId,
 
 std::size_t ErrorInfos::reportLength() const {
     std::size_t length = 0;
-    for (int index = 0; index < count; ++index) length += printedLength(records.data[index]);
+    for (int index = 0; index < count; ++index)
+        length += printedLength(records.data[index]);
     return length;
 }
 

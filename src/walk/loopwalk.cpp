@@ -5,8 +5,8 @@
 #include "rules/seglists.h"
 #include "walk/walkcontract.h"
 
-// One iteration: the children from the first behind the initiator, in order. There is no test for the end of the data: the
-// empty record behind it goes past every child. On return the cursor stands one short of the first record that the
+// One iteration: the children from the first behind the initiator, in order. There is no test for the end of the data:
+// the empty record behind it goes past every child. On return the cursor stands one short of the first record that the
 // iteration did not consume, for the caller's advance step.
 void Loop::validateStructure(DataSegment* data, char const*, char const*, char const* loopContext, int kind,
                              IdentifierBuffer* identifiers) {
@@ -73,7 +73,8 @@ bool Loop::allowsIdentifier(char const* identifier, IdentifierBuffer* identifier
     return false;
 }
 
-/// A nested loop answers by the text of its grammar record, which is no id: only segments and groups can claim a record.
+/// A nested loop answers by the text of its grammar record, which is no id: only segments and groups can claim a
+/// record.
 bool Loop::hasLaterChildNamed(char const* id) const {
     for (int index = 1; index < children.count; ++index) {
         Validator& child = *children.data[index];
@@ -82,10 +83,10 @@ bool Loop::hasLaterChildNamed(char const* id) const {
     return false;
 }
 
-/// An iteration from its initiator on. Answers false where it goes beyond the limit and has findings of its own: they go,
-/// the limit's with them, and the cursor stays on the last record that it consumed, which the parent then offers to its
-/// next child. The lines that it listed stay listed. That retreat is meant: without it the report of a message with one
-/// iteration too many would change.
+/// An iteration from its initiator on. Answers false where it goes beyond the limit and has findings of its own: they
+/// go, the limit's with them, and the cursor stays on the last record that it consumed, which the parent then offers to
+/// its next child. The lines that it listed stay listed. That retreat is meant: without it the report of a message with
+/// one iteration too many would change.
 bool Loop::runIteration(DataSegment* data, char const* id, int kind, IdentifierBuffer* identifiers) {
     clearCounters(0);
     ++repeatCount;
@@ -101,8 +102,8 @@ bool Loop::runIteration(DataSegment* data, char const* id, int kind, IdentifierB
     return false;
 }
 
-/// An iteration that begins at a later child, whose initiator has gone missing. Nothing is listed for the absent initiator,
-/// and the lines carry the loop's whole name in place of its id.
+/// An iteration that begins at a later child, whose initiator has gone missing. Nothing is listed for the absent
+/// initiator, and the lines carry the loop's whole name in place of its id.
 void Loop::runIterationWithoutInitiator(DataSegment* data, int kind, IdentifierBuffer* identifiers) {
     clearCounters(1);
     Validator& initiator = *children.data[0];

@@ -1,5 +1,5 @@
-// The walk of the root: records are offered to its children in grammar order, never to an earlier child again, until the
-// data ends or a record has no place.
+// The walk of the root: records are offered to its children in grammar order, never to an earlier child again, until
+// the data ends or a record has no place.
 #include <algorithm>
 
 #include "rules/seglists.h"
@@ -35,8 +35,8 @@ void EDI_Structure::validateStructure(DataSegment* data, char const*, char const
     closingCheck();
 }
 
-/// One pass: offers the record on offer to the children from the current one on, until a segment child takes it. A loop or
-/// group that consumed records has moved the cursor, and the children behind it see the record that it left.
+/// One pass: offers the record on offer to the children from the current one on, until a segment child takes it. A loop
+/// or group that consumed records has moved the cursor, and the children behind it see the record that it left.
 bool EDI_Structure::placeRecord(DataSegment* data, int kind, IdentifierBuffer* identifiers) {
     for (int index = currentChild; index < children.count; ++index) {
         Validator& child = *children.data[index];
@@ -66,13 +66,13 @@ void EDI_Structure::reportUnplacedRecord(DataSegment* data, int mark) {
                      rootLoopText);
 }
 
-/// Reports the mandatory children behind the current one that never came. The number is the child's place, not a record's.
+/// Reports the mandatory children behind the current one that never came. The number is the child's place, not a
+/// record's.
 void EDI_Structure::closingCheck() {
     for (int index = currentChild + 1; index < children.count; ++index) {
         Validator& child = *children.data[index];
         if (!child.isMandatory() || child.repeatCount != 0) continue;
         char const* name = child.getObjectName();
-        if (!isTrailer(name))
-            addStandardError(*errorInfos, index + 1, name, ERR_SEG_MISSING_MANDATORY, rootLoopText);
+        if (!isTrailer(name)) addStandardError(*errorInfos, index + 1, name, ERR_SEG_MISSING_MANDATORY, rootLoopText);
     }
 }

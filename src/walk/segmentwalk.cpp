@@ -12,8 +12,8 @@ void SegmentValidator::validateStructure(DataSegment* data, char const* segment,
     context->advanced = 1;
     if (kind == 2) context->segLists->add(segmentId, identifier, loopContext, data->onOffer().text);
     if (repeatCount > maxRepeat && maxRepeat != 0) {
-        // In a normal iteration the context is the loop's bare id, of which usually nothing is left here. Hosts know the
-        // report so; with the whole id, every such line would change.
+        // In a normal iteration the context is the loop's bare id, of which usually nothing is left here. Hosts know
+        // the report so; with the whole id, every such line would change.
         char const* loopText = loopContext ? loopIdOf(loopContext) : "LOOP";
         addStandardError(*context->errorInfos, data->currentSegment, segmentId, ERR_SEG_EXCEED_LIMIT, loopText);
     }

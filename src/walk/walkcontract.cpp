@@ -32,11 +32,17 @@ bool offer(ValidationContext& parent, Validator& child, DataSegment& data, char 
     return parent.matched == 1;
 }
 
-bool isNamed(char const* name, char const* id) { return *id != '\0' && equal(name, id); }
+bool isNamed(char const* name, char const* id) {
+    return *id != '\0' && equal(name, id);
+}
 
-bool isTrailer(char const* name) { return equal(name, "SE") || equal(name, "UNT"); }
+bool isTrailer(char const* name) {
+    return equal(name, "SE") || equal(name, "UNT");
+}
 
-char const* loopIdOf(char const* name) { return tailFrom(name, 5); }
+char const* loopIdOf(char const* name) {
+    return tailFrom(name, 5);
+}
 
 void addStandardError(ErrorInfos& errors, int number, char const* name, char const* code, char const* loopText) {
     errors.add(number, 0, name, code, loopText, "NONE", "SEG", "ERROR", "Element Text", "00");

@@ -21,8 +21,8 @@ namespace {
 /// How many general entities a document may expand. Few documents expand any; one made to blow up expands billions.
 constexpr XMLSize_t entityExpansionLimit = 1000;
 
-/// The parser counts its initialisations and stays initialised for the life of the process, so one does for all calls, on
-/// whichever thread.
+/// The parser counts its initialisations and stays initialised for the life of the process, so one does for all calls,
+/// on whichever thread.
 void initializeParser() {
     static bool const initialized = [] {
         XMLPlatformUtils::Initialize(XMLUni::fgXercescDefaultLocale);

@@ -18,9 +18,13 @@ constexpr std::size_t zerosBehindText = 2;
 
 }  // namespace
 
-ParseXMLHandlers::ParseXMLHandlers() { growErrorString(); }
+ParseXMLHandlers::ParseXMLHandlers() {
+    growErrorString();
+}
 
-ParseXMLHandlers::~ParseXMLHandlers() { std::free(errorString); }
+ParseXMLHandlers::~ParseXMLHandlers() {
+    std::free(errorString);
+}
 
 void ParseXMLHandlers::error(xercesc::SAXParseException const& exception) {
     if (reportErrors) FormatString(exception, "Error");
@@ -43,7 +47,8 @@ char* ParseXMLHandlers::takeErrorString() {
     return taken;
 }
 
-// The step grows with the buffer, so that a document with a million findings takes no longer a message than one with ten.
+// The step grows with the buffer, so that a document with a million findings takes no longer a message than one with
+// ten.
 void ParseXMLHandlers::growErrorString() {
     std::size_t const added = growthUnit * (1 + errorStringSize / growthUnit / 2);
     std::size_t const written = errorStringSize - spaceLeft;
@@ -57,13 +62,14 @@ void ParseXMLHandlers::growErrorString() {
 void ParseXMLHandlers::FormatString(xercesc::SAXParseException const& exception, char const* level) {
     LocalText const message(exception.getMessage());
     auto const print = [&](char* target, std::size_t room) {
-        int const length = std::snprintf(target, room, "%s. %s found on line %ld, column %ld.$", level, message.get(),
-                                         static_cast<long>(exception.getLineNumber()),
-                                         static_cast<long>(exception.getColumnNumber()));
+        int const length =
+            std::snprintf(target, room, "%s. %s found on line %ld, column %ld.$", level, message.get(),
+                          static_cast<long>(exception.getLineNumber()), static_cast<long>(exception.getColumnNumber()));
         return static_cast<std::size_t>(length);
     };
     std::size_t const length = print(nullptr, 0);
-    while (length + zerosBehindText > spaceLeft) growErrorString();
+    while (length + zerosBehindText > spaceLeft)
+        growErrorString();
     print(writePosition, spaceLeft);
     writePosition += length;
     spaceLeft -= length;

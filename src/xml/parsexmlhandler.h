@@ -1,7 +1,7 @@
 // ParseXMLHandlers: collects the messages of the XML parser as text.
 //
-// A message has the form "LEVEL. MESSAGE found on line N, column N.$", with the levels "Fatal Error", "Error" and "Warning".
-// Messages stand one behind the other.
+// A message has the form "LEVEL. MESSAGE found on line N, column N.$", with the levels "Fatal Error", "Error" and
+// "Warning". Messages stand one behind the other.
 #pragma once
 
 #include <cstddef>
@@ -37,10 +37,10 @@ public:
     void FormatString(xercesc::SAXParseException const& exception, char const* level);
 
 private:
-    std::size_t errorStringSize = 0;   // bytes of the buffer, a multiple of 1024
-    char* errorString = nullptr;       // owned, from malloc; zeros behind what has been written
-    char* writePosition = nullptr;     // where the next message goes
-    std::size_t spaceLeft = 0;         // bytes free behind `writePosition`
+    std::size_t errorStringSize = 0;  // bytes of the buffer, a multiple of 1024
+    char* errorString = nullptr;      // owned, from malloc; zeros behind what has been written
+    char* writePosition = nullptr;    // where the next message goes
+    std::size_t spaceLeft = 0;        // bytes free behind `writePosition`
     bool reportFatalErrors = false;
     bool reportErrors = false;
     bool reportWarnings = false;

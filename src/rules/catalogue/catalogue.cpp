@@ -1,4 +1,5 @@
-// The one table that registers the rule classes. What a rule demands stands above its class, in the header of its family.
+// The one table that registers the rule classes. What a rule demands stands above its class, in the header of its
+// family.
 #include "rules/catalogue/catalogue.h"
 
 #include <algorithm>
@@ -33,7 +34,9 @@ std::unique_ptr<Rule> makeRule80(SegLists const&) {
 }
 
 /// The room that this rule's table starts with depends on the message.
-std::unique_ptr<Rule> makeRule10(SegLists const& lines) { return std::make_unique<Rule10>(lines.count); }
+std::unique_ptr<Rule> makeRule10(SegLists const& lines) {
+    return std::make_unique<Rule10>(lines.count);
+}
 
 struct Entry {
     long number;
@@ -49,7 +52,7 @@ constexpr Entry table[] = {
     {5, make<Rule5>},    // required presence
     {6, make<Rule6>},    // required presence
     {7, make<Rule7>},    // series
-    {8, make<Rule8>},  // numeric sums
+    {8, make<Rule8>},    // numeric sums
     {9, make<Rule9>},    // required presence
     {10, makeRule10},    // series
     {11, make<Rule11>},  // required presence
@@ -95,7 +98,7 @@ constexpr Entry table[] = {
     {61, make<Rule61>},  // single values
     {70, make<Rule70>},  // code extraction
     {71, make<Rule71>},  // qualified codes
-    {80, makeRule80},     // occurrence numbering
+    {80, makeRule80},    // occurrence numbering
 };
 
 }  // namespace

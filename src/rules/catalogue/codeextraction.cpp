@@ -23,12 +23,15 @@ bool equalsHead(char const* subElement, char const* element) {
     return std::strlen(subElement) == headLength && std::memcmp(subElement, element, headLength) == 0;
 }
 
-int Rule70::ValidateRule() { return ProcessLeftSideAsOuter(); }
+int Rule70::ValidateRule() {
+    return ProcessLeftSideAsOuter();
+}
 
 int Rule70::ProcessLeftSideAsOuter() {
     walkScopes(0, [this](int begin, int end) {
         for (int line = firstLine(leftSide, begin, end); line != noLine; line = lineBehind(leftSide, line, end)) {
-            for (int index = 0; index < leftSide.elementCount; ++index) extract(line, end, index);
+            for (int index = 0; index < leftSide.elementCount; ++index)
+                extract(line, end, index);
             firstCell = secondCell = secondText = nullptr;
             isJoining = false;
         }
@@ -57,9 +60,9 @@ void Rule70::extract(int line, int end, int index) {
     addContent(line, element, 0, joined.text(), keyText, dateText);
 }
 
-/// Takes the chosen sub-elements of an element into the cells, of which the first two count. Answers false if the first is
-/// not there. Once a first sub-element has equalled the head of its element, all records show sub-element 0, until a joined
-/// text is recorded.
+/// Takes the chosen sub-elements of an element into the cells, of which the first two count. Answers false if the first
+/// is not there. Once a first sub-element has equalled the head of its element, all records show sub-element 0, until a
+/// joined text is recorded.
 bool Rule70::readCells(char* element) {
     if (leftSide.subElementCount == 0) return true;
     joined.clear();
@@ -85,8 +88,8 @@ void Rule70::readSecondText(int line) {
     if (secondText) lastSubElementNumber = leftSide2.subElementNumber(0);
 }
 
-/// A cell that holds a list gives a record for each piece, under the first position of the side whichever the element at
-/// hand is. Any other cell goes into the joined text.
+/// A cell that holds a list gives a record for each piece, under the first position of the side whichever the element
+/// at hand is. Any other cell goes into the joined text.
 void Rule70::takeCell(int line, char* cell, char const* keyText, char const* dateText) {
     if (!std::strchr(cell, '^')) {
         if (!isJoining) joined.clear();

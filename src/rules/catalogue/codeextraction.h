@@ -10,9 +10,9 @@ public:
     CompanionText(Rule& owner, SideOfRule& readSide, char const* literalText)
         : rule(owner), side(readSide), literal(literalText) {}
 
-    /// The text for a value on `line` of a scope that ends at `end`: the element at `positionIndex` of the side's list, or
-    /// its first sub-element; the literal where the side has no elements, and "_NONE_" where there is no text. A sub-element
-    /// sets the rule's lastSubElementNumber. Throws szFailure where there is no memory.
+    /// The text for a value on `line` of a scope that ends at `end`: the element at `positionIndex` of the side's list,
+    /// or its first sub-element; the literal where the side has no elements, and "_NONE_" where there is no text. A
+    /// sub-element sets the rule's lastSubElementNumber. Throws szFailure where there is no memory.
     char const* read(int line, int end, int positionIndex);
 
 private:
@@ -32,18 +32,18 @@ protected:
     CompanionText key{*this, rightSide, "KeyVal"};
     CompanionText date{*this, rightSide2, "DateVal"};
 
-    /// The sub-element number of a record, at the moment of the record: a key or a date that was read by sub-element shows
-    /// its own number in the record of the value.
+    /// The sub-element number of a record, at the moment of the record: a key or a date that was read by sub-element
+    /// shows its own number in the record of the value.
     int recordSubElement() const { return reportSubElementNumber != 0 ? lastSubElementNumber : 0; }
 };
 
-/// Whether a sub-element is the head of its element: the text before the first ':', or all of it. The character is the literal
-/// colon, whatever the message's own delimiter is.
+/// Whether a sub-element is the head of its element: the text before the first ':', or all of it. The character is the
+/// literal colon, whatever the message's own delimiter is.
 bool equalsHead(char const* subElement, char const* element);
 
 /// Rule70: every element that the left side names, on every left line, is a code value. It judges nothing.
-///   reads    leftSide: all element and sub-element positions; leftSide2: a second text on the same line; rightSide: the
-///            key; rightSide2: the date; ruleArgument30 to 32
+///   reads    leftSide: all element and sub-element positions; leftSide2: a second text on the same line; rightSide:
+///            the key; rightSide2: the date; ruleArgument30 to 32
 ///   silent   for an element that the line does not have
 ///   leaves   a content record for each value; for each piece of a list joined by '^'; for the chosen sub-elements of a
 ///            composite and the second text, joined without a separator
@@ -66,5 +66,6 @@ private:
     bool readCells(char* element);
     void readSecondText(int line);
     void takeCell(int line, char* cell, char const* keyText, char const* dateText);
-    void addContent(int line, int element, int subElement, char const* value, char const* keyText, char const* dateText);
+    void addContent(int line, int element, int subElement, char const* value, char const* keyText,
+                    char const* dateText);
 };

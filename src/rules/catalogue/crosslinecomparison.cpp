@@ -28,13 +28,17 @@ bool isFirstValue(SideOfRule& side, char const* text) {
     return value && equal(value, text);
 }
 
-/// What rules 48 and 49 take for a scope that no further run of the loop ends: the last line of the list is no part of it.
-int lastLineButOne(Rule const& rule) { return rule.segLists->count - 2; }
+/// What rules 48 and 49 take for a scope that no further run of the loop ends: the last line of the list is no part of
+/// it.
+int lastLineButOne(Rule const& rule) {
+    return rule.segLists->count - 2;
+}
 
 }  // namespace
 
 int Rule24::ValidateRule() {
-    for (ExplicitScopes scope(*this); scope.next();) checkScope(scope.begin, scope.end);
+    for (ExplicitScopes scope(*this); scope.next();)
+        checkScope(scope.begin, scope.end);
     return result;
 }
 
@@ -110,7 +114,8 @@ void Rule25::checkScope(bool mustAgree, int begin, int end) {
     int line = firstLine(leftSide, begin, end);
     if (line != noLine) leftSeen = scopeHandled = true;
     if (!mustAgree)
-        for (; line != noLine; line = lineBehind(leftSide, line, end)) forbidAgreement(line, begin, end);
+        for (; line != noLine; line = lineBehind(leftSide, line, end))
+            forbidAgreement(line, begin, end);
     if (mustAgree && !scopeHandled && !leftSeen) demandAgreement(begin, end);
 }
 

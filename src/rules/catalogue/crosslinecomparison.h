@@ -4,8 +4,8 @@
 #include "rules/catalogue/ruletools.h"
 
 /// Rule24: no run of the right loop may repeat the left pair of lines.
-///   reads    leftSide, leftSide2: the pair of the scope; rightSide, rightSide2: the pair of each run of rightSide's loop;
-///            scopeText. All elements behind the segment id are compared
+///   reads    leftSide, leftSide2: the pair of the scope; rightSide, rightSide2: the pair of each run of rightSide's
+///            loop; scopeText. All elements behind the segment id are compared
 ///   silent   for a scope without a left line; for lines with different numbers of elements; without a right loop
 ///   reports  (right line, left line) for the pairs or the first lines; (right2 line, left2 line) for the second lines
 class Rule24 : public Rule {
@@ -28,10 +28,10 @@ private:
     void fault(int rightLine, int leftLine);
 };
 
-/// Rule25: a left and a right line of a scope may not agree in all compared elements; in mode "B", where no scope so far has
-/// a left line, each leftSide2 line and right line must.
-///   reads    leftSide, rightSide: first element and first value as filters; leftSide2, rightSide2: the positions that are
-///            compared, as many as rightSide2 has; scopeText as the mode
+/// Rule25: a left and a right line of a scope may not agree in all compared elements; in mode "B", where no scope so
+/// far has a left line, each leftSide2 line and right line must.
+///   reads    leftSide, rightSide: first element and first value as filters; leftSide2, rightSide2: the positions that
+///            are compared, as many as rightSide2 has; scopeText as the mode
 ///   silent   for lines that a filter stops; in mode "B" from the first left line on
 ///   reports  (right line, left line) with the segment ids crosswise as values; (right line, none) in mode "B"
 class Rule25 : public Rule {
@@ -96,8 +96,8 @@ private:
 };
 
 /// Rule49: the texts of a scope begin with different characters.
-///   reads    rightSide where it is the outer side, else leftSide: first element; "NOT(U)" as first value ends a scope at
-///            the text "U"; scopeText
+///   reads    rightSide where it is the outer side, else leftSide: first element; "NOT(U)" as first value ends a scope
+///            at the text "U"; scopeText
 ///   silent   for lines without text
 ///   reports  (first line with the character, line)
 class Rule49 : public Rule {

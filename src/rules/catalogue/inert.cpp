@@ -7,7 +7,8 @@
 int Rule99::ValidateRule() {
     ExplicitScopes scope(*this);
     scope.next();
-    do readLines(scope.begin, scope.end);
+    do
+        readLines(scope.begin, scope.end);
     while (scope.next());
     return 1;
 }

@@ -17,7 +17,8 @@ class Rule36 : public InertRule {};
 class Rule58 : public InertRule {};
 class Rule59 : public InertRule {};
 
-/// Rule99, the class of every number without one of its own: reads its side on the lines of its scopes, and judges nothing.
+/// Rule99, the class of every number without one of its own: reads its side on the lines of its scopes, and judges
+/// nothing.
 ///   reads    rightSide where outerSide is 2, else leftSide; scopeText
 ///   silent   always
 ///   leaves   the lines and the values that it has read split

@@ -13,9 +13,13 @@ constexpr double coarseTolerance = 0.009;
 
 }  // namespace
 
-double SumRule::amountOf(char const* text) { return text ? std::strtod(text, nullptr) : 0; }
+double SumRule::amountOf(char const* text) {
+    return text ? std::strtod(text, nullptr) : 0;
+}
 
-bool SumRule::isBeyond(double tolerance, double difference) { return !(std::fabs(difference) < tolerance); }
+bool SumRule::isBeyond(double tolerance, double difference) {
+    return !(std::fabs(difference) < tolerance);
+}
 
 int SumRule::addRightLines(int right, int end, bool single) {
     while (right != noLine) {

@@ -1,7 +1,7 @@
 // Numeric sums: a total on one line against the amounts of other lines in its scope.
 //
-// Amounts are doubles, read by strtod, and added in the order of the lines. The two sums live as long as the rule: what no
-// rule resets goes on from the scope before.
+// Amounts are doubles, read by strtod, and added in the order of the lines. The two sums live as long as the rule: what
+// no rule resets goes on from the scope before.
 #pragma once
 
 #include "rules/rule.h"
@@ -17,11 +17,12 @@ protected:
     /// Adds the right lines from `right` on, or that line alone, to the right sum. Answers where it stopped: on no line
     /// after a full walk, on the line itself after a single read.
     int addRightLines(int right, int end, bool single);
-    /// Adds the right2 lines, with all their positions, to the right2 sum, which becomes 0 where there is none. `from` is
-    /// where the walk over the right lines stopped; no line makes the search a continuing one. Answers whether there is one.
+    /// Adds the right2 lines, with all their positions, to the right2 sum, which becomes 0 where there is none. `from`
+    /// is where the walk over the right lines stopped; no line makes the search a continuing one. Answers whether there
+    /// is one.
     bool addRight2Lines(int from, int end);
-    /// Compares a total with the right2 sum, or, where there is a right side, with `withRight`. A fault is recorded if there
-    /// is a left value.
+    /// Compares a total with the right2 sum, or, where there is a right side, with `withRight`. A fault is recorded if
+    /// there is a left value.
     void compare(double total, double withRight, int rightLine, int leftLine, char* leftValue);
     /// The text of an amount; 0 for one that is missing or no number.
     static double amountOf(char const* text);
@@ -33,10 +34,12 @@ private:
 };
 
 /// Rule8: the left total equals the right sum less the right2 sum.
-///   reads    leftSide: loop, segment, first element; rightSide: loop, segment, first element; rightSide2: all positions
-///   silent   for a scope without a left line; from a scope that begins at line 0 on; for a left line without its element
-///   reports  (right line, left line): no right line after a sum over several, the first one where a left loop makes it a
-///            sum of one
+///   reads    leftSide: loop, segment, first element; rightSide: loop, segment, first element; rightSide2: all
+///            positions
+///   silent   for a scope without a left line; from a scope that begins at line 0 on; for a left line without its
+///            element
+///   reports  (right line, left line): no right line after a sum over several, the first one where a left loop makes it
+///            a sum of one
 class Rule8 : public SumRule {
 public:
     int ValidateRule() override;
@@ -59,11 +62,12 @@ private:
     bool sumSelectedRightLines(int from, int end);
 };
 
-/// Rule17: the left total equals the right sum plus the right2 sum, in the scope or, with "I" in the scope field, in each
-/// inner scope.
+/// Rule17: the left total equals the right sum plus the right2 sum, in the scope or, with "I" in the scope field, in
+/// each inner scope.
 ///   reads    leftSide: loop, segment, first element; rightSide: first element; rightSide2: all positions; outerSide,
 ///            scopeText, ruleArgument3
-///   silent   for a scope without a left line; from a scope that begins at line 0 on; for a left line without its element
+///   silent   for a scope without a left line; from a scope that begins at line 0 on; for a left line without its
+///            element
 ///   reports  (right line, left line)
 class Rule17 : public SumRule {
 public:

@@ -3,10 +3,10 @@
 
 #include "rules/catalogue/ruletools.h"
 
-/// Rule80: numbers the left lines, and for each of them the leftSide2 lines and the values of rightSide in the scope. It
-/// judges nothing.
-///   reads    leftSide, leftSide2: loop, segment, first element, values; rightSide: first element, sub-element positions,
-///            whose list is written with '+'; ruleArgument30 to 32
+/// Rule80: numbers the left lines, and for each of them the leftSide2 lines and the values of rightSide in the scope.
+/// It judges nothing.
+///   reads    leftSide, leftSide2: loop, segment, first element, values; rightSide: first element, sub-element
+///            positions, whose list is written with '+'; ruleArgument30 to 32
 ///   silent   for left lines without a first left value, with all that belongs to them; the value "INDEX" counts and is
 ///            not shown
 ///   leaves   a content record for each number and each value, without error code, qualifier, key and date

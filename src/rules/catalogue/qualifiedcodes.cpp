@@ -9,7 +9,8 @@ namespace {
 constexpr char negation[] = "NOT";
 constexpr char parentheses[] = "()";
 
-/// Whether a text begins with exactly four characters out of "NOT(", and holds the word "NOT" between parentheses or ends.
+/// Whether a text begins with exactly four characters out of "NOT(", and holds the word "NOT" between parentheses or
+/// ends.
 bool isNegationShaped(char const* text) {
     constexpr char shape[] = "NOT(";
     if (std::strspn(text, shape) != sizeof shape - 1) return false;
@@ -23,12 +24,15 @@ bool isNegationShaped(char const* text) {
 
 }  // namespace
 
-int Rule71::ValidateRule() { return ProcessLeftSideAsOuter(); }
+int Rule71::ValidateRule() {
+    return ProcessLeftSideAsOuter();
+}
 
 int Rule71::ProcessLeftSideAsOuter() {
     walkScopes(0, [this](int begin, int end) {
         for (int line = firstLine(leftSide, begin, end); line != noLine; line = lineBehind(leftSide, line, end))
-            for (int index = 0; index < leftSide.elementCount; ++index) extract(line, end, index);
+            for (int index = 0; index < leftSide.elementCount; ++index)
+                extract(line, end, index);
     });
     return 1;
 }
@@ -66,8 +70,8 @@ void Rule71::addMatched(int line, int end, int index, char const* qualifier) {
         addContent(line, element, leftSide2.subElementNumber(cell), cells[cell], qualifier, keyText, dateText);
 }
 
-/// Takes the chosen sub-elements of a code. Once a first one has equalled the head of its code, all records that go by the
-/// number of the last sub-element show 0, to the end of the run.
+/// Takes the chosen sub-elements of a code. Once a first one has equalled the head of its code, all records that go by
+/// the number of the last sub-element show 0, to the end of the run.
 void Rule71::readCells(char* code, char** cells) {
     codeParts.split(code, segLists->subElementDelimiter);
     for (int index = 0; index < leftSide2.subElementCount && index < cellsAtMost; ++index) {
@@ -86,8 +90,7 @@ void Rule71::addUnmatched(int line, int index, char const* qualifier) {
         codeParts.split(code, segLists->subElementDelimiter);
         code = codeParts.at(leftSide2.subElementPositions[0]);
     }
-    if (code)
-        addContent(line, leftSide2.elementPositions[0], recordSubElement(), code, qualifier, "KeyVal", "DateVal");
+    if (code) addContent(line, leftSide2.elementPositions[0], recordSubElement(), code, qualifier, "KeyVal", "DateVal");
 }
 
 void Rule71::addContent(int line, int element, int subElement, char const* code, char const* qualifier,

@@ -64,7 +64,8 @@ int Rule5::ValidateRule() {
 
 bool Rule5::hasLeftValue(int begin, int end) {
     for (int left = firstLine(leftSide, begin, end); left != noLine; left = nextLine(leftSide, left, end))
-        if (!isPresent(leftSide.firstValue()) || isSamePresent(valueOf(leftSide, left), leftSide.firstValue())) return true;
+        if (!isPresent(leftSide.firstValue()) || isSamePresent(valueOf(leftSide, left), leftSide.firstValue()))
+            return true;
     return false;
 }
 
@@ -181,9 +182,8 @@ int Rule9::ValidateRule() {
         if (left == noLine) return result;
         char* const leftValue = valueOf(leftSide, left);
         if (!isInList(leftSide, leftValue)) continue;
-        walkInnerScopes(begin, end, [&](int innerBegin, int innerEnd) {
-            checkInnerScope(innerBegin, innerEnd, left, leftValue);
-        });
+        walkInnerScopes(begin, end,
+                        [&](int innerBegin, int innerEnd) { checkInnerScope(innerBegin, innerEnd, left, leftValue); });
     }
 }
 
@@ -199,8 +199,8 @@ void Rule9::checkInnerScope(int begin, int end, int leftLine, char const* leftVa
     }
 }
 
-/// With two values in the list, one of them always differs: this is no test for any one of them, and a list holds one value
-/// in practice. Nor do these faults change the result.
+/// With two values in the list, one of them always differs: this is no test for any one of them, and a list holds one
+/// value in practice. Nor do these faults change the result.
 void Rule9::checkRightLine(int rightLine, int leftLine, char const* leftValue) {
     char* const value = valueOf(rightSide, rightLine);
     if (!isPresent(value)) {

@@ -8,7 +8,8 @@ class SideValue;
 /// Rule3: a left line with one of the left values needs a right line with one of the right values in its scope.
 ///   reads    leftSide and rightSide: loop, segment, first element, values; leftSide's first sub-element
 ///   silent   for left lines with another value, and for all left lines of a scope once one has been satisfied
-///   reports  (no line, left line) where no right line fits; (right line, left line) for a right line without its element
+///   reports  (no line, left line) where no right line fits; (right line, left line) for a right line without its
+///            element
 class Rule3 : public Rule {
 public:
     int ValidateRule() override;
@@ -22,8 +23,8 @@ private:
     bool matchesRightValues(int rightLine, int leftLine);
 };
 
-/// Rule5: a scope without the left value needs a right or a right2 line, in each of its inner scopes if the left side is
-/// the outer one.
+/// Rule5: a scope without the left value needs a right or a right2 line, in each of its inner scopes if the left side
+/// is the outer one.
 ///   reads    leftSide, rightSide, rightSide2: loop, segment, first element, first value; outerSide
 ///   silent   for a scope in which a left line has the first left value, or where there is no left value to have; and
 ///            altogether from a scope that begins at line 0 on
@@ -46,8 +47,8 @@ private:
     void fault(int rightLine, int leftLine, char const* right, char const* left);
 };
 
-/// Rule6: with the left side as outer side, the first left line of a scope needs a right line in each inner scope; with the
-/// right side as outer side, a scope without its right value may have no left line.
+/// Rule6: with the left side as outer side, the first left line of a scope needs a right line in each inner scope; with
+/// the right side as outer side, a scope without its right value may have no left line.
 ///   reads    leftSide, rightSide: loop, segment, first element, first value; outerSide; ruleArgument3
 ///   silent   for any other outer side; for a scope without a left line
 ///   reports  (inner begin, left line) without a right line; (inner begin, inner begin) without a right line in order;
@@ -68,8 +69,8 @@ private:
 
 /// Rule9: a left value of the list demands the right value, or a right2 line, in each inner scope.
 ///   reads    leftSide, rightSide: first element, values; rightSide2: loop, segment; ruleArgument3
-///   silent   from the first scope without a left line on; for a left line with another value; for inner scopes without a
-///            right line
+///   silent   from the first scope without a left line on; for a left line with another value; for inner scopes without
+///            a right line
 ///   reports  (right line, left line) for each listed right value that a right line does not have;
 ///            (inner begin, left line) for a missing right2 line
 class Rule9 : public Rule {
@@ -97,8 +98,8 @@ private:
     bool hasLineInList(SideOfRule& side, int begin, int end);
 };
 
-/// Rule12: the first left line of a scope, if it has the first left value, needs a right line before the first right2 line
-/// or on it.
+/// Rule12: the first left line of a scope, if it has the first left value, needs a right line before the first right2
+/// line or on it.
 ///   reads    leftSide: first element, first value; rightSide, rightSide2: loop, segment, first element
 ///   silent   for a scope without such a left line; from a scope that begins at line 0 on
 ///   reports  (no line, left line)

@@ -12,7 +12,9 @@ char* SideValue::read(int line) {
     return parts.at(side.subElementPositions[0]);
 }
 
-JoinedText::~JoinedText() { std::free(bytes); }
+JoinedText::~JoinedText() {
+    std::free(bytes);
+}
 
 void JoinedText::append(char const* piece) {
     std::size_t const pieceLength = std::strlen(piece);
@@ -27,7 +29,10 @@ void JoinedText::append(char const* piece) {
 }
 
 ExplicitScopes::ExplicitScopes(Rule& owner, int skipped, int last)
-    : rule(owner), loopId(isPresent(owner.scopeText) ? owner.scopeText : nullptr), skippedLines(skipped), lastLine(last) {}
+    : rule(owner),
+      loopId(isPresent(owner.scopeText) ? owner.scopeText : nullptr),
+      skippedLines(skipped),
+      lastLine(last) {}
 
 bool ExplicitScopes::next() {
     if (passes == walkCap) return false;

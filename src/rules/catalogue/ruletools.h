@@ -6,8 +6,8 @@
 /// The position of the first data element. Some rules take it as the code of a line, whatever the record names.
 inline constexpr int codeElement = 1;
 
-/// The value of a side on a line, in its sub-element form where the side has sub-elements. The answer is null where there
-/// is no such element or sub-element, and stays valid until the next read.
+/// The value of a side on a line, in its sub-element form where the side has sub-elements. The answer is null where
+/// there is no such element or sub-element, and stays valid until the next read.
 class SideValue {
 public:
     SideValue(Rule& owner, SideOfRule& readSide) : rule(owner), side(readSide) {}
@@ -41,9 +41,9 @@ private:
     std::size_t capacity = 0;
 };
 
-/// The scopes of a rule that names a loop in its scope field and cuts the list by it without an outer side. Where the field
-/// is absent or empty there is one scope, the whole list. A scope that lies no further on than the one before ends the
-/// walk: a list that ends inside the loop would give its scopes again and again.
+/// The scopes of a rule that names a loop in its scope field and cuts the list by it without an outer side. Where the
+/// field is absent or empty there is one scope, the whole list. A scope that lies no further on than the one before
+/// ends the walk: a list that ends inside the loop would give its scopes again and again.
 ///
 ///     for (ExplicitScopes scope(*this); scope.next();) ... scope.begin ... scope.end
 class ExplicitScopes {
@@ -51,8 +51,8 @@ public:
     int begin = noLine;
     int end = noLine;
 
-    /// The end of a scope is looked for from `skippedLines` behind its begin. A scope that no further run of the loop ends
-    /// goes up to the line `lastLine`.
+    /// The end of a scope is looked for from `skippedLines` behind its begin. A scope that no further run of the loop
+    /// ends goes up to the line `lastLine`.
     ExplicitScopes(Rule& owner, int skippedLines, int lastLine);
     explicit ExplicitScopes(Rule& owner) : ExplicitScopes(owner, 0, owner.segLists->count - 1) {}
 
@@ -69,8 +69,8 @@ private:
     int findEnd();
 };
 
-/// The walk over the runs of an inner loop within a scope. Behind a run that lasts to the end of the list the search begins
-/// at the front, where runs of earlier scopes stand: the walk ends where it comes back to a run at which it was.
+/// The walk over the runs of an inner loop within a scope. Behind a run that lasts to the end of the list the search
+/// begins at the front, where runs of earlier scopes stand: the walk ends where it comes back to a run at which it was.
 class RunWalk {
 public:
     explicit RunWalk(int firstRun) : first(firstRun) {}
@@ -99,12 +99,12 @@ struct DirectFinding {
 
 /// The two findings of such a pair, in their order.
 struct DirectPair {
-    DirectFinding first;  // with the rule's message
-    DirectFinding second; // with "CTX"
+    DirectFinding first;   // with the rule's message
+    DirectFinding second;  // with "CTX"
 };
 
-/// Records a fault as the pair that belongs to the rule's errorOrder; as none where it has no order. A line of -1 shows as 0,
-/// a null value as a blank.
+/// Records a fault as the pair that belongs to the rule's errorOrder; as none where it has no order. A line of -1 shows
+/// as 0, a null value as a blank.
 void recordDirectly(Rule& rule, DirectPair const& rightFirstPair, DirectPair const& leftFirstPair);
 
 /// The first right line of a scope, up to its first right2 line and on it. A right2 line 0 is no fence.

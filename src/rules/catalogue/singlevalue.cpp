@@ -22,8 +22,8 @@ char* elementBehind(Rule& rule, SideOfRule const& side, int line) {
     return rule.elementOf(line, position);
 }
 
-/// The right line behind a flagged line, if there is one and the right side demands what the element behind the flagged one
-/// does not have; else no line. A demand that is not the pattern can't be met.
+/// The right line behind a flagged line, if there is one and the right side demands what the element behind the flagged
+/// one does not have; else no line. A demand that is not the pattern can't be met.
 int violatedRightLine(Rule& rule, int line, char const* behind) {
     int const rightLine = rule.firstLine(rule.rightSide, line, noLine);
     char* const demand = rule.rightSide.firstValue();
@@ -196,6 +196,7 @@ void Rule61::fault(int line2, int leftLine, int rightLine, char const* flagged, 
     }
     DirectFinding const right = {rightLine, rightSide.elementPositions[0], rightSide.segmentId(), rightSide.loopId(),
                                  valueOf(rightSide, rightLine)};
-    DirectFinding const left2 = {line2, leftSide2.elementPositions[0], leftSide2.segmentId(), leftSide2.loopId(), behind};
+    DirectFinding const left2 = {line2, leftSide2.elementPositions[0], leftSide2.segmentId(), leftSide2.loopId(),
+                                 behind};
     recordDirectly(*this, {right, left2}, {left2, right});
 }

@@ -4,7 +4,8 @@
 #include "rules/catalogue/ruletools.h"
 
 /// Rule27: the Nth left line of a scope must be a right line too, with one of the right values.
-///   reads    leftSide: first element, first sub-element; its values are ordinal numbers; rightSide: first element, values
+///   reads    leftSide: first element, first sub-element; its values are ordinal numbers; rightSide: first element,
+///            values
 ///   silent   for left lines whose ordinal is not listed, that are empty, or that stand behind a satisfied one
 ///   reports  (no line, left line)
 class Rule27 : public Rule {
@@ -45,7 +46,8 @@ private:
 };
 
 /// Rule60: a left value of the list demands ten digits in the element right behind it.
-///   reads    leftSide: first element and the one behind it, values; rightSide: loop, segment, first element, first value
+///   reads    leftSide: first element and the one behind it, values; rightSide: loop, segment, first element, first
+///            value
 ///   silent   without a right line behind the left one; without a first right value
 ///   reports  (right line, left line)
 class Rule60 : public Rule {
@@ -58,12 +60,12 @@ private:
     void checkLine(int line);
 };
 
-/// Rule61: a leftSide2 value of the list demands ten digits in the element right behind it, in a scope whose left line has its
-/// element, or that has no left line.
-///   reads    leftSide: first element; leftSide2: first element and the one behind it, values; rightSide: loop, segment,
-///            first element, first value
-///   silent   for a scope of one line; for a left line without its element; without a right line behind the leftSide2 line;
-///            without a first right value; from a scope that begins at line 0 on
+/// Rule61: a leftSide2 value of the list demands ten digits in the element right behind it, in a scope whose left line
+/// has its element, or that has no left line.
+///   reads    leftSide: first element; leftSide2: first element and the one behind it, values; rightSide: loop,
+///            segment, first element, first value
+///   silent   for a scope of one line; for a left line without its element; without a right line behind the leftSide2
+///            line; without a first right value; from a scope that begins at line 0 on
 ///   reports  (leftSide2 line, left line); without a left line a pair of the right line and the leftSide2 line
 class Rule61 : public Rule {
 public:
