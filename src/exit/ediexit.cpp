@@ -172,6 +172,7 @@ void openDataSegment(EDI_Structure& object, std::size_t streamLength) {
     if (object.grammarKind == 2) object.identifierBuffer->reserve(static_cast<int>(estimate / 4 * 8.0));
     auto data = std::make_unique<DataSegment>();
     data->segments.setSize(estimate, std::max(static_cast<int>(estimate * 0.1), 10));
+    if (object.dataSegment) data->walk = object.dataSegment->walk + 1;
     delete object.dataSegment;
     object.dataSegment = data.release();
 }

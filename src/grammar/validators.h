@@ -154,6 +154,13 @@ public:
     char const* getObjectName() override;
 
 private:
+    // The record that the group declined when it was offered one last, if nothing came of it: no finding, no line, no
+    // count. Offered it again, the group would decline it again. Without that, groups within groups would go down to the
+    // innermost one for each of them around it, whenever a record is consumed.
+    long quietPosition = 0;
+
+    bool walkPasses(DataSegment* data, int kind, IdentifierBuffer* identifiers);
+    bool isQuiet(long offered) const;
     bool walkPass(DataSegment* data, int kind, IdentifierBuffer* identifiers);
     bool sawUnknownIdentifier();
     void reportUnknownIdentifier(DataSegment* data, IdentifierBuffer* identifiers);

@@ -28,25 +28,43 @@ char const* groupText(char const* name) {
 
 void choiceLoop::validateStructure(DataSegment* data, char const*, char const*, char const*, int kind,
                                    IdentifierBuffer* identifiers) {
-    for (int index = 0; index < children.count; ++index)
-        children.data[index]->repeatCount = 0;
-    bool consumedAtAll = false;
-    while (children.count > 0) {
-        if (walkPass(data, kind, identifiers)) {
-            consumedAtAll = true;
-        } else if (sawUnknownIdentifier()) {
-            reportUnknownIdentifier(data, identifiers);
-            advance(*data, flags);
-            consumedAtAll = true;
-        } else {
-            break;
-        }
-    }
-    if (consumedAtAll)
+    if (data->position() != quietPosition && walkPasses(data, kind, identifiers))
         for (int index = 0; index < children.count; ++index)
             settle(*children.data[index], data->currentSegment);
     bool const single = children.count > 0 && children.data[children.count - 1]->getLoopSize() == 1;
     reportLimit(static_cast<long>(data->currentSegment) - repeatCount + maxRepeat, single);
+}
+
+/// Walks passes until one consumes nothing. Answers whether any consumed a record.
+bool choiceLoop::walkPasses(DataSegment* data, int kind, IdentifierBuffer* identifiers) {
+    for (int index = 0; index < children.count; ++index)
+        children.data[index]->repeatCount = 0;
+    int const findings = errorInfos->count;
+    bool consumed = false;
+    while (children.count > 0) {
+        if (walkPass(data, kind, identifiers)) {
+            consumed = true;
+        } else if (sawUnknownIdentifier()) {
+            reportUnknownIdentifier(data, identifiers);
+            advance(*data, flags);
+            consumed = true;
+        } else {
+            break;
+        }
+    }
+    bool const isSilent = !consumed && errorInfos->count == findings;
+    quietPosition = isSilent && isQuiet(data->position()) ? data->position() : 0;
+    return consumed;
+}
+
+/// Whether no child has counted anything, and the groups among them are quiet themselves.
+bool choiceLoop::isQuiet(long offered) const {
+    for (int index = 0; index < children.count; ++index) {
+        Validator& child = *children.data[index];
+        if (child.repeatCount != 0) return false;
+        if (child.getType() == groupType && static_cast<choiceLoop&>(child).quietPosition != offered) return false;
+    }
+    return true;
 }
 
 /// One pass over all children. Answers whether any consumed a record, which the children behind it then don't see.
