@@ -16,13 +16,23 @@ std::string walk(Object& object, const Delivery& delivery) {
 
 }  // namespace
 
-Checker::Checker(const std::string& library, std::string grammarPath, Grammar grammar)
-    : library_(library), grammarPath_(std::move(grammarPath)), grammar_(std::move(grammar)) {
+Checker::Checker(const std::string& library, std::string grammarPath, Grammar grammar, std::string rules)
+    : library_(library), grammarPath_(std::move(grammarPath)), grammar_(std::move(grammar)), rules_(std::move(rules)) {
     newObject();  // tells a refused grammar before any message is read
 }
 
-std::vector<Finding> Checker::validate(const Delivery& delivery) const {
-    return cutReport(walk(*newObject(), delivery));
+Verdict Checker::check(const Delivery& delivery) const {
+    const auto object = newObject();
+    Verdict verdict;
+    verdict.findings = cutReport(walk(*object, delivery));
+    if (rules_.empty()) return verdict;
+    const std::string reply = object->runRules(rules_);
+    if (holdsContents(reply)) {
+        verdict.contents = cutContents(reply);
+    } else {
+        verdict.ruleFindings = cutReport(reply);
+    }
+    return verdict;
 }
 
 std::vector<LocatedRecord> Checker::locate(const Delivery& delivery) const {
@@ -33,12 +43,19 @@ std::vector<LocatedRecord> Checker::locate(const Delivery& delivery) const {
 }
 
 void Checker::requireLocating() const {
-    if (grammar_.kind() != 2) {
-        throw Failure(grammarPath_ +
-                      ": a grammar of kind 1 locates no segments, so none can be shown in their loops; that needs a "
-                      "grammar of kind 2, whose text begins with another character than '1'");
-    }
+    requireKind2("none can be shown in their loops");
     library_.require("GetLoopText");
+}
+
+void Checker::requireRules() const {
+    requireKind2("there is nothing for rules to look at");
+    library_.require("RunRules");
+}
+
+void Checker::requireKind2(const std::string& consequence) const {
+    if (grammar_.kind() == 2) return;
+    throw Failure(grammarPath_ + ": a grammar of kind 1 locates no segments, so " + consequence +
+                  "; that needs a grammar of kind 2, whose text begins with another character than '1'");
 }
 
 std::unique_ptr<Object> Checker::newObject() const {

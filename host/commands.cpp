@@ -16,6 +16,7 @@
 #include "grammar.h"
 #include "interchange.h"
 #include "print.h"
+#include "rules.h"
 #include "stream.h"
 
 namespace edicheck {
@@ -25,6 +26,7 @@ namespace {
 struct Totals {
     std::size_t transactions = 0;
     std::size_t findings = 0;
+    std::size_t values = 0;
     std::size_t notes = 0;
     std::size_t failedFiles = 0;
 
@@ -34,8 +36,14 @@ struct Totals {
     }
 };
 
-// Prints one message under its title, and returns the number of findings.
-using PrintMessage = std::function<std::size_t(const std::string& title, const Delivery& delivery)>;
+// How much was found in one message.
+struct Counts {
+    std::size_t findings = 0;
+    std::size_t values = 0;  // that rules took out of it
+};
+
+// Prints one message under its title.
+using PrintMessage = std::function<Counts(const std::string& title, const Delivery& delivery)>;
 
 std::string readFile(const std::string& path) {
     std::error_code ignored;
@@ -59,19 +67,31 @@ void tell(const std::string& path, const std::string& what) {
     std::cerr << "edicheck: " << path << ": " << what << '\n';
 }
 
-Checker makeChecker(const Options& options) {
-    const std::string& path = options.grammar;
-    std::string text;
+// What `read` makes of a file's text. A Failure names the file.
+template <class Read>
+auto readWhole(const std::string& path, Read read) {
     try {
-        text = readFile(path);
+        return read(readFile(path));
     } catch (const Failure& failure) {
         throw Failure(path + ": " + failure.what());
     }
-    Grammar grammar(text);
+}
+
+std::string rulesOf(const std::string& path) {
+    if (path.empty()) return "";
+    const auto rules = readWhole(path, [](const std::string& text) { return RuleFile(text); });
+    for (const Note& warning : rules.warnings())
+        tell(path, atLine(warning));
+    return rules.text();
+}
+
+Checker makeChecker(const Options& options) {
+    const std::string& path = options.grammar;
+    Grammar grammar = readWhole(path, [](const std::string& text) { return Grammar(text); });
     if (const auto line = grammar.unendedLine()) {
         tell(path, atLine({*line, "warning: what begins here is not ended by '$' and is no record of the grammar"}));
     }
-    return Checker(options.library, path, std::move(grammar));
+    return Checker(options.library, path, std::move(grammar), rulesOf(options.rules));
 }
 
 std::string titleOf(const std::string& path, const Transaction& transaction) {
@@ -137,7 +157,9 @@ private:
 
     void printOne(const std::string& title, const Delivery& delivery, const PrintMessage& print) {
         ++totals_.transactions;
-        totals_.findings += print(title, delivery);
+        const Counts counts = print(title, delivery);
+        totals_.findings += counts.findings;
+        totals_.values += counts.values;
     }
 
     void note(const std::string& path, const Note& found) {
@@ -152,43 +174,61 @@ private:
     Totals totals_;
 };
 
-std::string withCount(const std::string& title, std::size_t findings) {
-    return title + ": " + (findings == 0 ? "no findings" : counted(findings, "finding"));
+std::string withCounts(const std::string& title, const Counts& counts) {
+    return title + ": " + (counts.findings == 0 ? "no findings" : counted(counts.findings, "finding")) +
+           (counts.values == 0 ? "" : ", " + counted(counts.values, "value"));
 }
 
-std::size_t printReport(const Checker& checker, const Delivery& delivery) {
-    const std::vector<Finding> findings = checker.validate(delivery);
-    for (const Finding& finding : findings)
-        std::cout << finding.line << '\n';
-    return findings.size();
+template <class Line>
+void printLines(const std::vector<Line>& lines) {
+    for (const Line& line : lines)
+        std::cout << line.line << '\n';
 }
 
-std::size_t printWords(const Checker& checker, const std::string& title, const Delivery& delivery, Format format) {
-    const auto explanations = explain(checker.validate(delivery), checker.grammar(), delivery.records);
-    std::cout << withCount(title, explanations.size()) << '\n';
+Counts printReport(const Checker& checker, const Delivery& delivery) {
+    const Verdict verdict = checker.check(delivery);
+    printLines(verdict.findings);
+    printLines(verdict.ruleFindings);
+    printLines(verdict.contents);
+    return {verdict.findings.size() + verdict.ruleFindings.size(), verdict.contents.size()};
+}
+
+Counts printWords(const Checker& checker, const std::string& title, const Delivery& delivery, Format format) {
+    const Verdict verdict = checker.check(delivery);
+    std::vector<LocatedRecord> located;
+    if (format == Format::Show || verdict.hasRuleResults()) located = checker.locate(delivery);
+    auto explanations = explain(verdict.findings, checker.grammar(), delivery.records);
+    const auto ofRules = explainRules(verdict.ruleFindings, located);
+    explanations.insert(explanations.end(), ofRules.begin(), ofRules.end());
+
+    const Counts counts = {explanations.size(), verdict.contents.size()};
+    std::cout << withCounts(title, counts) << '\n';
     if (format == Format::Show) {
-        printMessage(std::cout, delivery.records, explanations, checker.locate(delivery), checker.grammar());
+        printMessage(std::cout, delivery.records, explanations, located, checker.grammar());
     } else {
         printFindings(std::cout, delivery.records, explanations);
     }
-    return explanations.size();
+    if (!verdict.contents.empty()) printContents(std::cout, verdict.contents, located);
+    return counts;
 }
 
-std::size_t printLoops(const Checker& checker, const std::string& title, const Delivery& delivery) {
-    const std::size_t findings = explain(checker.validate(delivery), checker.grammar(), delivery.records).size();
+Counts printLoops(const Checker& checker, const std::string& title, const Delivery& delivery) {
+    const Verdict verdict = checker.check(delivery);
+    const Counts counts = {explain(verdict.findings, checker.grammar(), delivery.records).size()};
     const std::vector<LocatedRecord> located = checker.locate(delivery);
     std::set<std::size_t> distinct;
     for (const LocatedRecord& place : located)
         distinct.insert(place.number);
-    std::cout << withCount(title, findings) << ", " << distinct.size() << " located\n";
+    std::cout << withCounts(title, counts) << ", " << distinct.size() << " located\n";
     printLocated(std::cout, delivery.records, located);
-    return findings;
+    return counts;
 }
 
 void printSummary(const Options& options, const Totals& totals) {
     std::cout << '\n'
               << counted(options.files.size(), "file") << ", " << counted(totals.transactions, "transaction") << ", "
               << counted(totals.findings, "finding");
+    if (totals.values > 0) std::cout << ", " << counted(totals.values, "value");
     if (totals.notes > 0) std::cout << ", " << counted(totals.notes, "note") << " on standard error";
     if (totals.failedFiles > 0) std::cout << ", " << counted(totals.failedFiles, "file") << " not checked to the end";
     std::cout << '\n';
@@ -198,6 +238,7 @@ void printSummary(const Options& options, const Totals& totals) {
 
 ExitCode check(const Options& options) {
     const Checker checker = makeChecker(options);
+    if (!options.rules.empty()) checker.requireRules();
     if (options.format == Format::Show) checker.requireLocating();
     FileReader reader(options, checker.grammar().kind());
     const Totals totals = reader.read([&](const std::string& title, const Delivery& delivery) {

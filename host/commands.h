@@ -11,13 +11,14 @@ enum ExitCode : int { kClean = 0, kFindings = 1, kFailed = 2 };
 
 enum class Format {
     Words,   // findings in words, grouped by transaction
-    Report,  // the library's report as it stands, a line for each finding
+    Report,  // the library's replies as they stand, a line for each finding and each value
     Show,    // the whole message, indented by loop, each finding at its segment
 };
 
 struct Options {
     std::string library = "libediexit.so.1";
     std::string grammar;
+    std::string rules;  // a rules file, or empty
     std::vector<std::string> files;
     bool rawStream = false;  // the files are streams as a host delivers them, and no interchanges
     std::string delimiters = "*:~X";

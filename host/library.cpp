@@ -85,6 +85,10 @@ std::string Object::loopText() {
     return call("GetLoopText");
 }
 
+std::string Object::runRules(std::string_view records) {
+    return call("RunRules", records);
+}
+
 std::string Object::call(const char* name, std::string_view input) {
     std::string whole;
     whole.reserve(handle_.size() + input.size());

@@ -54,6 +54,7 @@ public:
     void setDelimiters(std::string_view delimiters);
     std::string validateStruct(std::string_view stream);
     std::string loopText();
+    std::string runRules(std::string_view records);
 
 private:
     std::string call(const char* name, std::string_view input = {});

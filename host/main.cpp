@@ -18,6 +18,10 @@ transactions, or with --stream the data stream of one message as a host delivers
 GRAMMAR is the grammar text as the library takes it, line breaks behind '$' welcome. Lines that begin with '#' are
 comments.
 
+RULES is a file of rule records as the library takes them, a record a line or several. Lines that begin with '#' are
+comments. A finding of a rule stands at its segment, with the rule's code and message; the other side of the rule is the
+context below it. When the rules find nothing, the values that they took out of the message are shown as a table.
+
 The identifier of a segment, by which a grammar tells like loops apart, is the 3rd element of HL and the 1st of every
 other segment (of a composite the first component), unless --identifier says otherwise. Only four characters of it
 travel: longer values are compared by their first four, and a grammar has to name those.
@@ -29,7 +33,7 @@ and is told on standard error.
 A finding stands at the segment at which the library noticed it, which for something missing is the one behind the gap.
 With --show, a segment that the grammar did not place has '------' where its loop would stand.
 
-Exit code: 0 nothing found; 1 findings, or a damaged envelope; 2 wrong usage, or something that could not be checked.)";
+Exit code: 0 no findings; 1 findings, or a damaged envelope; 2 wrong usage, or something that could not be checked.)";
 
 void addCommonOptions(CLI::App& command, Options& options) {
     command.add_option("--grammar", options.grammar, "Grammar file")->required()->type_name("GRAMMAR");
@@ -59,11 +63,14 @@ int main(int argc, char** argv) {
 
     auto* check = app.add_subcommand("check", "Check messages, and say in words what is wrong with them");
     addCommonOptions(*check, options);
+    check->add_option("--rules", options.rules, "Rules to run over the message; needs a grammar of kind 2")
+        ->type_name("RULES");
     bool show = false;
     const std::map<std::string, Format> formats = {{"words", Format::Words}, {"report", Format::Report}};
-    auto* format = check->add_option("--format", options.format, "words, or report: the library's report as it stands")
-                       ->transform(CLI::CheckedTransformer(formats).description(""))
-                       ->type_name("words|report");
+    auto* format =
+        check->add_option("--format", options.format, "words, or report: the library's replies as they stand")
+            ->transform(CLI::CheckedTransformer(formats).description(""))
+            ->type_name("words|report");
     check->add_flag("--show", show, "Print the whole message, indented by loop, each finding at its segment")
         ->excludes(format);
     check->callback([&] {

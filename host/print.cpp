@@ -3,6 +3,8 @@
 
 #include <iomanip>
 
+#include "table.h"
+
 namespace edicheck {
 
 namespace {
@@ -27,14 +29,31 @@ void printSegment(std::ostream& out, std::size_t number, std::string_view loop, 
         << "  " << std::string(indent, ' ') << shown(text) << '\n';
 }
 
-std::string wordsOf(const Explanation& explanation) {
-    return shown("code " + explanation.codes + ": " + explanation.words);
+// The explanation behind `lead`, and its context on a line of its own below it.
+void printExplanation(std::ostream& out, const std::string& lead, const Explanation& explanation,
+                      const std::vector<Record>& records) {
+    const std::string code = explanation.codes.empty() ? "" : " " + explanation.codes;
+    out << lead << shown((explanation.ofRule ? "rule" : "code") + code + ": " + explanation.words) << '\n';
+    if (!explanation.context) return;
+    const std::size_t record = explanation.context->record;
+    out << std::string(lead.size() + kIndent, ' ')
+        << "context: " << (record == 0 ? "no segment" : headingOf(record, records)) << shown(explanation.context->words)
+        << '\n';
 }
 
-void printBehind(std::ostream& out, const std::vector<const Explanation*>& explanations) {
-    for (const Explanation* explanation : explanations) {
-        out << std::string(kNumberColumn, ' ') << "  ^ " << wordsOf(*explanation) << '\n';
-    }
+void printBehind(std::ostream& out, const std::vector<const Explanation*>& explanations,
+                 const std::vector<Record>& records) {
+    for (const Explanation* explanation : explanations)
+        printExplanation(out, std::string(kNumberColumn, ' ') + "  ^ ", *explanation, records);
+}
+
+std::string numberOrNothing(long long number) {
+    return number == 0 ? "" : std::to_string(number);
+}
+
+// The library writes `unused` where the rule asks for no such text.
+std::string unlessUnused(const std::string& text, std::string_view unused) {
+    return text == unused ? "" : text;
 }
 
 }  // namespace
@@ -64,7 +83,7 @@ void printFindings(std::ostream& out, const std::vector<Record>& records,
         if (previous == nullptr || previous->record != explanation.record) {
             out << "  " << headingOf(explanation.record, records) << '\n';
         }
-        out << "    " << wordsOf(explanation) << '\n';
+        printExplanation(out, "    ", explanation, records);
         previous = &explanation;
     }
 }
@@ -83,13 +102,27 @@ void printMessage(std::ostream& out, const std::vector<Record>& records, const s
     for (std::size_t i = 0; i < records.size(); ++i) {
         if (places[i] != nullptr) indent = kIndent * grammar.depthOfLoop(places[i]->loopId);
         printSegment(out, i + 1, places[i] != nullptr ? places[i]->loopId : kNotLocated, indent, records[i].text);
-        printBehind(out, at[i + 1]);
+        printBehind(out, at[i + 1], records);
     }
     for (const std::size_t elsewhere : {records.size() + 1, std::size_t{0}}) {
         if (at[elsewhere].empty()) continue;
         out << "  " << headingOf(elsewhere, records) << '\n';
-        printBehind(out, at[elsewhere]);
+        printBehind(out, at[elsewhere], records);
     }
+}
+
+void printContents(std::ostream& out, const std::vector<Content>& contents, const std::vector<LocatedRecord>& located) {
+    Table table({"segment", "loop", "id", "element", "component", "value", "qualifier", "key", "date", "V1", "V2",
+                 "table", "code", "TXN", "SEG", "message"});
+    for (const Content& content : contents) {
+        table.add({numberOrNothing(static_cast<long long>(recordOfLine(content.number, located))), content.loopId,
+                   content.segmentId, numberOrNothing(content.elementPosition),
+                   numberOrNothing(content.subElementPosition), content.value,
+                   unlessUnused(content.qualifier, "QualVal"), unlessUnused(content.key, "KeyVal"),
+                   unlessUnused(content.date, "DateVal"), content.v1, content.v2, content.codeTable, content.code,
+                   content.transactionText, content.segmentText, content.message});
+    }
+    table.print(out, "  ");
 }
 
 void printLocated(std::ostream& out, const std::vector<Record>& records, const std::vector<LocatedRecord>& located) {

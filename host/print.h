@@ -26,6 +26,9 @@ void printFindings(std::ostream& out, const std::vector<Record>& records, const 
 void printMessage(std::ostream& out, const std::vector<Record>& records, const std::vector<Explanation>& explanations,
                   const std::vector<LocatedRecord>& located, const Grammar& grammar);
 
+// The values that rules took out of the message, as a table. `located` are the lines that rules speak of.
+void printContents(std::ostream& out, const std::vector<Content>& contents, const std::vector<LocatedRecord>& located);
+
 // The located segments in the library's order, each with its loop.
 void printLocated(std::ostream& out, const std::vector<Record>& records, const std::vector<LocatedRecord>& located);
 

@@ -1,102 +1,15 @@
-// Cutting and wording of reports.
-//
-// The line of the report:
-//
-//   width  column
-//      10  number of the record, one more if it is negative
-//       3  position of the element, more if it is wide
-//       2  position of the sub-element
-//       8  segment id
-//       5  error code
-//       6  loop
-//       4  word of the transaction
-//       4  word of the segment
-//      80  error text
-//      50  element text
-//       1  '$'
+// Wording of findings.
 #include "report.h"
 
-#include <charconv>
-
-#include "failure.h"
+#include <algorithm>
 
 namespace edicheck {
 
 namespace {
 
-constexpr std::size_t kNumberWidth = 10;
-constexpr std::size_t kPositionWidth = 3;
-constexpr std::size_t kWidestPosition = 11;  // a sign and ten digits
-constexpr std::size_t kSubElementWidth = 2;
-constexpr std::size_t kSegmentIdWidth = 8;
-constexpr std::size_t kCodeWidth = 5;
-constexpr std::size_t kLoopWidth = 6;
-constexpr std::size_t kWordsWidth = 8;
-constexpr std::size_t kErrorTextWidth = 80;
-constexpr std::size_t kElementTextWidth = 50;
-constexpr std::size_t kTextsWidth =
-    kSubElementWidth + kSegmentIdWidth + kCodeWidth + kLoopWidth + kWordsWidth + kErrorTextWidth + kElementTextWidth;
+constexpr std::size_t kSegmentIdWidth = 8;  // as wide as findings have it
 constexpr std::string_view kRootLoop = "LOOP";
-
-// Takes columns off the front of a text.
-class Columns {
-public:
-    explicit Columns(std::string_view text) : text_(text) {}
-
-    std::string take(std::size_t width) {
-        std::string_view column = text_.substr(0, width);
-        text_.remove_prefix(column.size());
-        const std::size_t last = column.find_last_not_of(' ');
-        return std::string(column.substr(0, last == column.npos ? 0 : last + 1));
-    }
-
-    // Throws Failure when the column is no number.
-    template <class Number>
-    Number takeNumber(std::size_t width) {
-        const std::string column = take(width);
-        Number number = 0;
-        const auto [end, error] = std::from_chars(column.data(), column.data() + column.size(), number);
-        if (error != std::errc() || end != column.data() + column.size()) {
-            throw Failure("the library's report cannot be read: \"" + column + "\" stands where a number should");
-        }
-        return number;
-    }
-
-private:
-    std::string_view text_;
-};
-
-// The narrowest width of the position column with which the line ends in '$'.
-std::size_t positionWidthOf(std::string_view reply, std::size_t numberWidth) {
-    for (std::size_t width = kPositionWidth; width <= kWidestPosition; ++width) {
-        if (reply.substr(numberWidth + width + kTextsWidth, 1) == "$") return width;
-        if (numberWidth + width + kTextsWidth >= reply.size()) break;
-    }
-    throw Failure("the library's report cannot be read: a line of it does not end in '$'");
-}
-
-Finding takeFinding(std::string_view& reply) {
-    const std::size_t numberWidth = kNumberWidth + (reply.substr(0, 1) == "-" ? 1 : 0);
-    if (reply.size() < numberWidth + kPositionWidth + kTextsWidth + 1) {
-        throw Failure("the library's report cannot be read: it ends within a line");
-    }
-    const std::size_t positionWidth = positionWidthOf(reply, numberWidth);
-    Finding finding;
-    finding.line = reply.substr(0, numberWidth + positionWidth + kTextsWidth + 1);
-    reply.remove_prefix(finding.line.size());
-
-    Columns columns(finding.line);
-    finding.number = columns.takeNumber<long long>(numberWidth);
-    finding.elementPosition = columns.takeNumber<int>(positionWidth);
-    columns.take(kSubElementWidth);
-    finding.segmentId = columns.take(kSegmentIdWidth);
-    finding.code = columns.take(kCodeWidth);
-    finding.loopId = columns.take(kLoopWidth);
-    columns.take(kWordsWidth);
-    columns.take(kErrorTextWidth);
-    finding.elementText = columns.take(kElementTextWidth);
-    return finding;
-}
+constexpr std::string_view kContextText = "CTX";
 
 std::string inLoop(const Finding& finding) {
     return finding.loopId.empty() || finding.loopId == kRootLoop ? "" : " (loop " + finding.loopId + ")";
@@ -168,14 +81,21 @@ std::size_t beginOfClosingCheck(const std::vector<Finding>& findings, const Gram
     return begin;
 }
 
-}  // namespace
-
-std::vector<Finding> cutReport(std::string_view reply) {
-    std::vector<Finding> findings;
-    while (!reply.empty())
-        findings.push_back(takeFinding(reply));
-    return findings;
+// The element that a rule's finding speaks of, and its value where it has one.
+std::string elementOf(const Finding& finding) {
+    std::string text = finding.segmentId;
+    if (finding.elementPosition != 0) text += " element " + std::to_string(finding.elementPosition);
+    if (finding.subElement != "00") text += " component " + finding.subElement;
+    if (!finding.loopId.empty()) text += ", loop " + finding.loopId;
+    if (!finding.elementText.empty()) text += ": \"" + finding.elementText + "\"";
+    return text.empty() ? "" : " (" + text + ")";
 }
+
+bool isPlacedBefore(const Explanation& first, const Explanation& second) {
+    return first.record != 0 && (second.record == 0 || first.record < second.record);
+}
+
+}  // namespace
 
 std::vector<Explanation> explain(const std::vector<Finding>& findings, const Grammar& grammar,
                                  const std::vector<Record>& records) {
@@ -194,6 +114,27 @@ std::vector<Explanation> explain(const std::vector<Finding>& findings, const Gra
         }
     }
     return explanations;
+}
+
+std::vector<Explanation> explainRules(const std::vector<Finding>& findings, const std::vector<LocatedRecord>& located) {
+    std::vector<Explanation> explanations;
+    for (std::size_t i = 0; i < findings.size(); ++i) {
+        const Finding& finding = findings[i];
+        Explanation explanation{recordOfLine(finding.number, located), finding.code,
+                                finding.errorText + elementOf(finding), true};
+        if (i + 1 < findings.size() && findings[i + 1].errorText == kContextText) {
+            const Finding& context = findings[++i];
+            explanation.context = Context{recordOfLine(context.number, located), elementOf(context)};
+        }
+        explanations.push_back(explanation);
+    }
+    std::stable_sort(explanations.begin(), explanations.end(), isPlacedBefore);
+    return explanations;
+}
+
+std::size_t recordOfLine(long long line, const std::vector<LocatedRecord>& located) {
+    const bool exists = line >= 1 && static_cast<unsigned long long>(line) <= located.size();
+    return exists ? located[static_cast<std::size_t>(line) - 1].number : 0;
 }
 
 }  // namespace edicheck

@@ -48,7 +48,7 @@ std::string identifierField(std::string value) {
     return padded(value, kIdentifierWidth);
 }
 
-struct SubstituteDelimiters {
+struct DeliveredDelimiters {
     char element;
     char component;
     char terminator;
@@ -64,13 +64,25 @@ public:
             hold(character);
     }
 
-    SubstituteDelimiters choose() {
+    DeliveredDelimiters choose() {
         const char element = take();
         const char component = take();
         return {element, component, take()};
     }
 
+    // The message's own where they can serve, and others in their place where not.
+    DeliveredDelimiters chooseLike(const Delimiters& own) {
+        const char element = takeLike(own.element);
+        const char component = takeLike(own.component);
+        return {element, component, takeLike(own.terminator)};
+    }
+
 private:
+    char takeLike(char wanted) {
+        const int byte = static_cast<unsigned char>(wanted);
+        return isFree(byte) ? taken(byte) : take();
+    }
+
     char take() {
         for (const int byte : {0x1D, 0x1F, 0x1C}) {
             if (isFree(byte)) return taken(byte);
@@ -93,16 +105,16 @@ private:
     std::bitset<256> held_;
 };
 
-std::string delimiterText(const SubstituteDelimiters& substitutes) {
-    return {substitutes.element, substitutes.component, substitutes.terminator, kDelimitersEnd};
+std::string delimiterText(const DeliveredDelimiters& delivered) {
+    return {delivered.element, delivered.component, delivered.terminator, kDelimitersEnd};
 }
 
-// The segment under the substitute delimiters.
-std::string elementText(std::string_view text, const Delimiters& own, const SubstituteDelimiters& substitutes) {
+// The segment under the delimiters of the delivery.
+std::string elementText(std::string_view text, const Delimiters& own, const DeliveredDelimiters& delivered) {
     std::string result;
     visitCharacters(text, own, [&](char character, Role role) {
-        result += role == Role::ElementDelimiter     ? substitutes.element
-                  : role == Role::ComponentDelimiter ? substitutes.component
+        result += role == Role::ElementDelimiter     ? delivered.element
+                  : role == Role::ComponentDelimiter ? delivered.component
                                                      : deliverable(character);
     });
     return result;
@@ -220,10 +232,10 @@ Delivery deliverTransaction(const Transaction& transaction, int kind, const Iden
             if (role == Role::Text) free.hold(character);
         });
     }
-    const SubstituteDelimiters substitutes = free.choose();
+    const DeliveredDelimiters delivered = free.chooseLike(own);
 
     Delivery delivery;
-    if (kind == 2) delivery.delimiters = delimiterText(substitutes);
+    if (kind == 2) delivery.delimiters = delimiterText(delivered);
     for (const Segment& segment : transaction.segments) {
         const std::string ownId = firstComponent(segment.text, own, 0);
         const std::string id = deliverableId(ownId);
@@ -231,8 +243,8 @@ Delivery deliverTransaction(const Transaction& transaction, int kind, const Iden
         if (kind == 2) {
             head += identifierField(firstComponent(segment.text, own, identifiers.of(ownId)));
             head.append(kUnreadWidth, ' ');
-            delivery.stream.append(head).append(elementText(segment.text, own, substitutes));
-            delivery.stream += substitutes.terminator;
+            delivery.stream.append(head).append(elementText(segment.text, own, delivered));
+            delivery.stream += delivered.terminator;
         } else {
             delivery.stream.append(head) += kRecordEnd;
         }
@@ -275,17 +287,17 @@ Delivery numbered(const Delivery& delivery, const Grammar& grammar) {
     free.hold(grammar.text());
     for (const Record& record : delivery.records)
         free.hold(record.head);
-    const SubstituteDelimiters substitutes = free.choose();
+    const DeliveredDelimiters delimiters = free.choose();
 
     Delivery result;
-    result.delimiters = delimiterText(substitutes);
+    result.delimiters = delimiterText(delimiters);
     result.records = delivery.records;
     for (std::size_t i = 0; i < delivery.records.size(); ++i) {
         // A head that the record's end cuts short is read up to a NUL, and so it is here.
         std::string head = delivery.records[i].head;
         head.resize(kHeadWidth, '\0');
-        result.stream.append(head) += substitutes.element;
-        result.stream.append(std::to_string(i + 1)) += substitutes.terminator;
+        result.stream.append(head) += delimiters.element;
+        result.stream.append(std::to_string(i + 1)) += delimiters.terminator;
     }
     return result;
 }

@@ -3,8 +3,8 @@
 //   kind 1   segment id (3 bytes, filled with blanks), '$'
 //   kind 2   segment id (3), identifier (5), bytes that are not read (7), element text, terminator
 //
-// A transaction of an interchange file travels under delimiters that it does not hold, with its release characters
-// undone, so that no data can be taken for a delimiter.
+// A transaction of an interchange file travels with its release characters undone, and under its own delimiters, each of
+// which is replaced by another byte where the data hold it, so that no data can be taken for a delimiter.
 #pragma once
 
 #include <cstddef>

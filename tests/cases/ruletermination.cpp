@@ -52,14 +52,17 @@ const Texts firstLine = {"", "ST", "1", "", "1*A"};
 const Texts firstLoop = {"2000", "HL", "1", "", ""};
 const Texts firstOfALoop = {"", "HL", "1*2", "", "1"};
 const Texts claims = {"2300", "CLM", "1*2", "1", "A*B"};
-const Texts dates = {"2300", "DTP", "2", "", ""};
 const Texts serviceLoop = {"2400", "", "1*2", "1*2", "X"};
 const Texts services = {"2400", "SV1", "2", "", "A*5"};
 const Texts nowhere = {"9999", "XXX", "1", "", "A"};
 
-const std::vector<Texts> firstSides = {nothing, firstLine, firstLoop,   firstOfALoop, claims,
-                                       dates,   services,  serviceLoop, nowhere};
-const std::vector<Texts> secondSides = {nothing, firstLine, serviceLoop};
+/* Some rules take the loop of their inner runs from the first value of the second right side. */
+const Texts runsOfClaims = {"", "", "1", "", "2300*A"};
+const Texts runsOfServices = {"2400", "SV1", "1", "", "2400*B"};
+
+const std::vector<Texts> firstSides = {nothing, firstLine,   firstLoop, firstOfALoop,
+                                       claims,  serviceLoop, services,  nowhere};
+const std::vector<Texts> secondSides = {nothing, firstLine, serviceLoop, runsOfClaims, runsOfServices};
 const Texts scopes = {"", "2300", "2400"};
 const std::vector<Texts> scopeSegments = {{"", ""}, {"CLM", "LX"}};
 

@@ -1,12 +1,13 @@
 // Every message under examples/, checked by edicheck against the grammar beside it. A message FILE with a FILE.expected
 // gives the findings that stand there, in that order; a message without one gives none.
+//
+// Where a rules.txt stands beside it, a message without structural findings is also checked with these rules, and gives
+// the findings of its FILE.rules.expected, or none. With a FILE.contents.expected, the rules of rules-codes.txt take the
+// values that stand there out of it.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include <algorithm>
-#include <array>
 #include <cctype>
-#include <cstdio>
 #include <filesystem>
 #include <ostream>
 #include <sstream>
@@ -14,6 +15,7 @@
 #include <string>
 #include <vector>
 
+#include "edicheckrun.h"
 #include "findings.h"
 
 namespace fs = std::filesystem;
@@ -24,8 +26,12 @@ struct Example {
     fs::path message;
 
     fs::path folder() const { return message.parent_path(); }
-    fs::path expectedFile() const { return message.string() + ".expected"; }
-    bool faulty() const { return fs::exists(expectedFile()); }
+    fs::path beside(const std::string& ending) const { return message.string() + ending; }
+    bool has(const std::string& ending) const { return fs::exists(beside(ending)); }
+    bool faulty() const { return has(".expected"); }
+    bool faultyByRules() const { return has(".rules.expected"); }
+    bool hasRules() const { return fs::exists(folder() / "rules.txt"); }
+    bool hasContents() const { return has(".contents.expected"); }
     bool cutOff() const { return message.filename().string().rfind("cut-off", 0) == 0; }
 };
 
@@ -46,6 +52,14 @@ std::vector<Example> examples() {
     return found;
 }
 
+template <class Condition>
+std::vector<Example> examplesWith(Condition condition) {
+    std::vector<Example> found = examples();
+    found.erase(std::remove_if(found.begin(), found.end(), [&](const Example& example) { return !condition(example); }),
+                found.end());
+    return found;
+}
+
 std::string testName(const testing::TestParamInfo<Example>& info) {
     const fs::path& message = info.param.message;
     std::string name = message.parent_path().filename().string() + "_" + message.stem().string();
@@ -54,47 +68,73 @@ std::string testName(const testing::TestParamInfo<Example>& info) {
     return name;
 }
 
-struct Outcome {
-    int exitStatus;
-    std::string output;
-};
-
 std::string quoted(const fs::path& path) {
     return "'" + path.string() + "'";
 }
 
-Outcome edicheck(const std::string& arguments) {
-    const std::string command = quoted(EDICHECK) + " " + arguments;
-    FILE* const pipe = popen(command.c_str(), "r");
-    if (!pipe) throw std::runtime_error("cannot run " + command);
-    std::string output;
-    std::array<char, 4096> buffer;
-    while (const std::size_t size = fread(buffer.data(), 1, buffer.size(), pipe))
-        output.append(buffer.data(), size);
-    const int status = pclose(pipe);
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, output};
+std::string checkCommand(const Example& example) {
+    return "check --format report --grammar " + quoted(example.folder() / "grammar.txt") + " " +
+           quoted(example.message);
+}
+
+// With what it says on standard error, which should be nothing.
+Outcome edicheckWithRules(const Example& example, const char* rules) {
+    return edicheck(checkCommand(example) + " --rules " + quoted(example.folder() / rules) + " 2>&1");
+}
+
+std::vector<std::string> expectedLines(const Example& example, const std::string& ending) {
+    return example.has(ending) ? filledLines(readFile(example.beside(ending))) : std::vector<std::string>{};
 }
 
 class Examples : public testing::TestWithParam<Example> {};
 
 TEST_P(Examples, give_the_findings_that_their_folder_tells) {
     const Example& example = GetParam();
-    const Outcome outcome = edicheck("check --format report --grammar " + quoted(example.folder() / "grammar.txt") +
-                                     " " + quoted(example.message));
-    const auto expected = example.faulty() ? filledLines(readFile(example.expectedFile())) : std::vector<std::string>{};
-    EXPECT_EQ(shortFindings(outcome.output), expected);
+    const Outcome outcome = edicheck(checkCommand(example));
+    EXPECT_EQ(shortFindings(outcome.output), expectedLines(example, ".expected"));
     EXPECT_EQ(outcome.exitStatus, example.faulty() ? 1 : 0);
+}
+
+class ExamplesWithRules : public testing::TestWithParam<Example> {};
+
+TEST_P(ExamplesWithRules, give_the_findings_that_their_folder_tells) {
+    const Example& example = GetParam();
+    const Outcome outcome = edicheckWithRules(example, "rules.txt");
+    EXPECT_EQ(ruleFindings(outcome.output), expectedLines(example, ".rules.expected"));
+    EXPECT_EQ(outcome.exitStatus, example.faultyByRules() ? 1 : 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, ExamplesWithRules, testing::ValuesIn(examplesWith([](const Example& example) {
+                             return example.hasRules() && !example.faulty();
+                         })),
+                         testName);
+
+class ExamplesWithCodes : public testing::TestWithParam<Example> {};
+
+TEST_P(ExamplesWithCodes, give_the_values_that_their_folder_tells) {
+    const Example& example = GetParam();
+    const Outcome outcome = edicheckWithRules(example, "rules-codes.txt");
+    EXPECT_EQ(ruleContents(outcome.output), expectedLines(example, ".contents.expected"));
+    EXPECT_EQ(outcome.exitStatus, 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, ExamplesWithCodes,
+                         testing::ValuesIn(examplesWith([](const Example& example) { return example.hasContents(); })),
+                         testName);
+
+std::vector<std::string> fieldsOf(const std::string& line, char delimiter) {
+    std::vector<std::string> fields;
+    std::istringstream stream(line);
+    for (std::string field; std::getline(stream, field, delimiter);)
+        fields.push_back(field);
+    return fields;
 }
 
 // The elements of a line of a message that holds a segment a line.
 std::vector<std::string> elementsOf(std::string line) {
     const char delimiter = line.find('*') == line.npos ? '+' : '*';
     line.pop_back();
-    std::vector<std::string> elements;
-    std::istringstream stream(line);
-    for (std::string element; std::getline(stream, element, delimiter);)
-        elements.push_back(element);
-    return elements;
+    return fieldsOf(line, delimiter);
 }
 
 // The places of the segments with this id.
@@ -139,14 +179,14 @@ INSTANTIATE_TEST_SUITE_P(All, Examples, testing::ValuesIn(examples()), testName)
 TEST(ExampleFolders, hold_clean_and_faulty_messages_and_tell_of_each) {
     int folders = 0;
     for (const auto& entry : fs::directory_iterator(EXAMPLES_FOLDER)) {
-        if (!entry.is_directory()) continue;
+        if (!fs::exists(entry.path() / "grammar.txt")) continue;  // documents of another kind
         ++folders;
         const std::string readme = readFile((entry.path() / "README.md").string());
         int clean = 0;
         int faulty = 0;
         for (const Example& example : examples()) {
             if (example.folder() != entry.path()) continue;
-            ++(example.faulty() ? faulty : clean);
+            ++(example.faulty() || example.faultyByRules() ? faulty : clean);
             EXPECT_NE(readme.find("`" + example.message.filename().string() + "`"), readme.npos) << example.message;
         }
         EXPECT_GE(clean, 2) << entry.path();
@@ -155,11 +195,34 @@ TEST(ExampleFolders, hold_clean_and_faulty_messages_and_tell_of_each) {
     EXPECT_GE(folders, 5);
 }
 
-TEST(ExampleFolders, hold_no_expected_findings_without_a_message) {
+TEST(ExampleFolders, hold_nothing_expected_without_a_message) {
     for (const auto& entry : fs::recursive_directory_iterator(EXAMPLES_FOLDER)) {
-        if (entry.path().extension() != ".expected") continue;
-        EXPECT_TRUE(fs::exists(fs::path(entry.path()).replace_extension())) << entry.path();
+        fs::path message = entry.path();
+        if (message.extension() != ".expected" || !fs::exists(message.parent_path() / "grammar.txt")) continue;
+        while (message.has_extension() && !isMessage(message))
+            message.replace_extension();
+        EXPECT_TRUE(fs::exists(message)) << entry.path();
     }
+}
+
+// A rule of which no message tells could be wrong, or stand there in vain.
+TEST(ExampleFolders, have_a_faulty_message_for_each_rule) {
+    int rules = 0;
+    for (const auto& entry : fs::recursive_directory_iterator(EXAMPLES_FOLDER)) {
+        if (entry.path().filename() != "rules.txt") continue;
+        std::string expected;
+        for (const Example& example : examples()) {
+            if (example.folder() == entry.path().parent_path() && example.faultyByRules())
+                expected += readFile(example.beside(".rules.expected"));
+        }
+        for (const std::string& line : filledLines(readFile(entry.path()))) {
+            if (line[0] == '#') continue;
+            ++rules;
+            const std::string code = fieldsOf(line, '|').at(26);
+            EXPECT_NE(expected.find("|" + code + "|"), expected.npos) << code << " of " << entry.path();
+        }
+    }
+    EXPECT_GE(rules, 25);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include "findings.h"
 
 #include <fstream>
+#include <numeric>
 #include <sstream>
 #include <stdexcept>
 
@@ -24,7 +25,45 @@ bool isLine(const std::string& line) {
     return line.size() == kLineLength && line.back() == '$' && line.find_first_not_of("0123456789") >= 10;
 }
 
+// Widths of the columns of a line. The first two are numbers.
+using Widths = std::vector<std::size_t>;
+const Widths kRuleFindingWidths = {10, 3, 2, 8, 5, 6, 4, 4, 80, 50};
+const Widths kRuleContentWidths = {10, 3, 2, 8, 5, 6, 4, 4, 80, 20, 8, 8, 8, 2, 4, 50};
+
+std::string withoutLeadingZeros(const std::string& digits) {
+    const std::size_t first = digits.find_first_not_of('0');
+    return first == digits.npos ? "0" : digits.substr(first);
+}
+
+std::string columnsOf(const std::string& line, const Widths& widths) {
+    const std::size_t length = std::accumulate(widths.begin(), widths.end(), std::size_t{1});
+    if (line.size() != length || line.back() != '$') return "not a line of a report: " + line;
+    std::string columns;
+    std::size_t position = 0;
+    for (std::size_t i = 0; i < widths.size(); ++i) {
+        const std::string column = trimmed(line.substr(position, widths[i]));
+        columns += (i == 0 ? "" : "|") + (i < 2 ? withoutLeadingZeros(column) : column);
+        position += widths[i];
+    }
+    return columns;
+}
+
+std::vector<std::string> columnsOfLines(const std::string& output, const Widths& widths) {
+    std::vector<std::string> lines = filledLines(output);
+    for (std::string& line : lines)
+        line = columnsOf(line, widths);
+    return lines;
+}
+
 }  // namespace
+
+std::vector<std::string> ruleFindings(const std::string& output) {
+    return columnsOfLines(output, kRuleFindingWidths);
+}
+
+std::vector<std::string> ruleContents(const std::string& output) {
+    return columnsOfLines(output, kRuleContentWidths);
+}
 
 std::vector<std::string> shortFindings(const std::string& report) {
     std::vector<std::string> findings;

@@ -14,7 +14,7 @@ namespace {
 const Delimiters kX12 = {'*', ':', '~', std::nullopt};
 const Delimiters kEdifact = {'+', ':', '\'', '?'};
 
-// The substitutes that a message of plain text gets.
+// The first bytes that are taken in the place of delimiters which can't serve.
 const std::string kE = "\x1D";
 const std::string kC = "\x1F";
 const std::string kT = "\x1C";
@@ -39,12 +39,11 @@ std::vector<std::string> idsOf(const Delivery& delivery) {
 
 using Ids = std::vector<std::string>;
 
-TEST(Kind2Stream, hasIdIdentifierAndElementTextUnderSubstituteDelimiters) {
+TEST(Kind2Stream, hasIdIdentifierAndElementTextUnderTheMessagesOwnDelimiters) {
     const auto delivery =
         deliverTransaction(transactionOf({"ST*850*0001", "N1*BY*A:B"}, kX12), 2, IdentifierElements());
-    EXPECT_EQ(delivery.delimiters, kE + kC + kT + "X");
-    EXPECT_EQ(delivery.stream, "ST 850         ST" + kE + "850" + kE + "0001" + kT +  //
-                                   "N1 BY          N1" + kE + "BY" + kE + "A" + kC + "B" + kT);
+    EXPECT_EQ(delivery.delimiters, "*:~X");
+    EXPECT_EQ(delivery.stream, "ST 850         ST*850*0001~N1 BY          N1*BY*A:B~");
     EXPECT_EQ(idsOf(delivery), (Ids{"ST", "N1"}));
     EXPECT_EQ(delivery.records[1].text, "N1*BY*A:B");
 }
@@ -64,7 +63,7 @@ TEST(Kind2Stream, takesTheFirstComponentAsIdentifier) {
 }
 
 TEST(Kind2Stream, leavesTheIdentifierBlankWhereTheElementIsMissing) {
-    EXPECT_EQ(streamOf("N1", kX12), "N1             N1" + kT);
+    EXPECT_EQ(streamOf("N1", kX12), "N1             N1~");
     EXPECT_EQ(streamOf("HL*1", kX12).substr(0, 15), "HL             ");
 }
 
@@ -73,26 +72,41 @@ TEST(Kind2Stream, passesFourCharactersOfALongerIdentifier) {
     EXPECT_EQ(streamOf("REF*1234*1", kX12).substr(0, 15), "REF1234        ");
 }
 
+// '+' and ':' are released and so are data; what they delimit travels under other bytes.
 TEST(Kind2Stream, undoesReleaseCharacters) {
     EXPECT_EQ(streamOf("FTX+it?'s+a?+b?:c:d??", kEdifact),
               "FTXit's        FTX" + kE + "it's" + kE + "a+b:c" + kC + "d?" + kT);
+    EXPECT_EQ(streamOf("FTX+a?:b+c", kEdifact), "FTXa:b         FTX+a:b+c'");
 }
 
-TEST(Kind2Stream, takesDelimitersThatTheMessageDoesNotHold) {
+TEST(Kind2Stream, replacesOnlyTheDelimitersThatTheDataHold) {
+    const auto delivery = deliverTransaction(transactionOf({"COM+?+49:TE"}, kEdifact), 2, IdentifierElements());
+    EXPECT_EQ(delivery.delimiters, kE + ":'X");
+    EXPECT_EQ(delivery.stream, "COM+49         COM" + kE + "+49:TE'");
+}
+
+// White space would be skipped at the head of a record, and an X would end the delimiter text.
+TEST(Kind2Stream, replacesDelimitersThatNoDelimiterTextCanName) {
+    EXPECT_EQ(deliverTransaction(transactionOf({"N1XBYXA B"}, {'X', ' ', '\n', std::nullopt}), 2, IdentifierElements())
+                  .delimiters,
+              kE + kC + kT + "X");
+}
+
+TEST(Kind2Stream, takesBytesThatTheMessageDoesNotHold) {
     const std::string text =
-        "MSG*a\x1D"
-        "b\x1F"
-        "c\x1C"
+        "MSG+?+\x1D"
+        "b?:\x1F"
+        "c?'\x1C"
         "d\x01"
         "e";
-    const auto delivery = deliverTransaction(transactionOf({text}, kX12), 2, IdentifierElements());
+    const auto delivery = deliverTransaction(transactionOf({text}, kEdifact), 2, IdentifierElements());
     EXPECT_EQ(delivery.delimiters, "\x02\x03\x04X");
     EXPECT_EQ(delivery.stream,
-              "MSGa\x1D"
-              "b\x1F        MSG\x02"
-              "a\x1D"
-              "b\x1F"
-              "c\x1C"
+              "MSG+\x1D"
+              "b:        MSG\x02"
+              "+\x1D"
+              "b:\x1F"
+              "c'\x1C"
               "d\x01"
               "e\x04");
 }
@@ -100,8 +114,8 @@ TEST(Kind2Stream, takesDelimitersThatTheMessageDoesNotHold) {
 TEST(Kind2Stream, failsWhenEveryByteIsHeld) {
     std::string text;
     for (int byte = 0; byte < 256; ++byte)
-        text += static_cast<char>(byte);
-    EXPECT_THROW(deliverTransaction(transactionOf({text}, kX12), 2, IdentifierElements()), Failure);
+        text.append(1, '?').append(1, static_cast<char>(byte));
+    EXPECT_THROW(deliverTransaction(transactionOf({text}, kEdifact), 2, IdentifierElements()), Failure);
 }
 
 TEST(Kind2Stream, deliversAPlaceholderForAnIdThatCannotTravel) {
@@ -111,13 +125,13 @@ TEST(Kind2Stream, deliversAPlaceholderForAnIdThatCannotTravel) {
         deliverTransaction(transactionOf({"", "*A", "   *A", "SVCX*A", "\x81\x82*A", "A B*A", nul, "N1*A"}, kX12), 2,
                            IdentifierElements());
     EXPECT_EQ(idsOf(delivery), (Ids{"?", "?", "?", "?", "?", "?", "?", "N1"}));
-    EXPECT_EQ(delivery.stream.substr(0, 16), "?              " + kT);
+    EXPECT_EQ(delivery.stream.substr(0, 16), "?              ~");
 }
 
 TEST(Kind2Stream, deliversNulAsAQuestionMark) {
     using namespace std::string_literals;
     const std::string text = "REF*A\0B*C\0D"s;
-    EXPECT_EQ(streamOf(text, kX12), "REFA?B         REF" + kE + "A?B" + kE + "C?D" + kT);
+    EXPECT_EQ(streamOf(text, kX12), "REFA?B         REF*A?B*C?D~");
 }
 
 TEST(Kind1Stream, hasIdsAlone) {

@@ -1,0 +1,85 @@
+// What calls leave behind in the process: nothing.
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <fstream>
+
+#include "xmlcalls.h"
+
+namespace xmltests {
+namespace {
+
+// What the process holds, in bytes.
+long residentSize() {
+    std::ifstream file("/proc/self/statm");
+    long size = 0;
+    long resident = 0;
+    file >> size >> resident;
+    return resident * sysconf(_SC_PAGESIZE);
+}
+
+// The number of calls is such that a reader left behind by each, of some tens of kilobytes, would be seen many times over.
+constexpr int callsToSettle = 100;
+constexpr int calls = 5000;
+constexpr long slack = 4'000'000;
+
+class Memory : public InSchemaFolder {
+protected:
+    static void expectNoGrowth(const std::string& document) {
+        const Object object;
+        for (int i = 0; i < callsToSettle; ++i)
+            object.validate(document);
+        const long before = residentSize();
+        ASSERT_GT(before, 0);
+        for (int i = 0; i < calls; ++i)
+            object.validate(document);
+        EXPECT_LT(residentSize() - before, slack);
+    }
+};
+
+TEST_F(Memory, does_not_grow_with_clean_documents) {
+    expectNoGrowth(order("order.xsd", goodContent));
+}
+
+TEST_F(Memory, does_not_grow_with_findings) {
+    expectNoGrowth(order("order.xsd", "<number>0</number><line>Bolt</line>"));
+}
+
+TEST_F(Memory, does_not_grow_with_schemas_that_are_wrong_or_missing) {
+    expectNoGrowth(order("unclosed.xsd", goodContent));
+    expectNoGrowth(order("gone.xsd", goodContent));
+}
+
+TEST_F(Memory, does_not_grow_where_the_parse_ends_early) {
+    expectNoGrowth("<a><b>");
+    expectNoGrowth("");
+    expectNoGrowth("<?xml version='1.0' encoding='KLINGON'?><a/>");
+    expectNoGrowth("<!DOCTYPE a [<!ENTITY x '&y;'><!ENTITY y '&x;'>]><a>&x;</a>");
+}
+
+TEST_F(Memory, does_not_grow_with_objects_that_come_and_go) {
+    const std::string document = order("order.xsd", "<number>0</number>");
+    for (int i = 0; i < callsToSettle; ++i)
+        validate(document);
+    const long before = residentSize();
+    for (int i = 0; i < calls; ++i)
+        validate(document);
+    EXPECT_LT(residentSize() - before, slack);
+}
+
+// An entity bomb is stopped before it takes memory to speak of: each of these would take gigabytes.
+TEST_F(Memory, is_not_taken_by_an_entity_bomb) {
+    std::string declarations = "<!ELEMENT a (#PCDATA)><!ATTLIST a b CDATA #IMPLIED><!ENTITY e0 'lol'>";
+    for (int i = 1; i < 10; ++i)
+        declarations +=
+            "<!ENTITY e" + std::to_string(i) + " '" + repeated("&e" + std::to_string(i - 1) + ';', 10) + "'>";
+    const std::string type = "<!DOCTYPE a [" + declarations + "]>";
+    validate("<a/>");
+    const long before = residentSize();
+    EXPECT_NE(validate(type + "<a>&e9;</a>"), "");
+    EXPECT_NE(validate(type + "<a b='&e9;'/>"), "");
+    EXPECT_LT(residentSize() - before, slack);
+}
+
+}  // namespace
+}  // namespace xmltests
