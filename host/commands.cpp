@@ -1,18 +1,14 @@
 // The commands: from files to printed findings.
 #include "commands.h"
 
-#include <cerrno>
-#include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <functional>
 #include <iostream>
 #include <set>
-#include <sstream>
 #include <string_view>
 
 #include "checker.h"
 #include "failure.h"
+#include "files.h"
 #include "grammar.h"
 #include "interchange.h"
 #include "print.h"
@@ -45,26 +41,8 @@ struct Counts {
 // Prints one message under its title.
 using PrintMessage = std::function<Counts(const std::string& title, const Delivery& delivery)>;
 
-std::string readFile(const std::string& path) {
-    std::error_code ignored;
-    if (std::filesystem::is_directory(path, ignored)) throw Failure("is a directory; name a file in it");
-    std::ifstream file(path, std::ios::binary);
-    if (!file) throw Failure(std::string("cannot be opened: ") + std::strerror(errno));
-    std::ostringstream text;
-    text << file.rdbuf();
-    if (file.bad()) throw Failure(std::string("cannot be read: ") + std::strerror(errno));
-    std::string contents = text.str();
-    if (contents.empty()) throw Failure("is empty");
-    return contents;
-}
-
 std::string atLine(const Note& note) {
     return "line " + std::to_string(note.line) + ": " + shown(note.text);
-}
-
-void tell(const std::string& path, const std::string& what) {
-    std::cout.flush();
-    std::cerr << "edicheck: " << path << ": " << what << '\n';
 }
 
 // What `read` makes of a file's text. A Failure names the file.

@@ -24,6 +24,7 @@ struct Options {
     std::string delimiters = "*:~X";
     std::string identifiers;
     Format format = Format::Words;
+    bool wellFormed = false;  // of XML documents, whether they are well-formed is all that is asked
 };
 
 // Checks the files and prints the findings. Throws Failure where no file can be checked.
@@ -31,5 +32,9 @@ ExitCode check(const Options& options);
 
 // Prints the segments of the files as the library located them. Throws Failure where no file can be read.
 ExitCode loops(const Options& options);
+
+// Validates XML documents and prints the findings. Each is validated in its own folder, in which the process works for
+// that time. Throws Failure where the library cannot be used.
+ExitCode xml(const Options& options);
 
 }  // namespace edicheck

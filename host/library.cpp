@@ -21,7 +21,9 @@ void Library::Close::operator()(void* handle) const {
     dlclose(handle);
 }
 
-Library::Library(const std::string& path) : path_(path), handle_(dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL)) {
+// The library is not unloaded before the process ends: the XML parser behind it keeps what it set up, and would lose it.
+Library::Library(const std::string& path)
+    : path_(path), handle_(dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE)) {
     if (!handle_) {
         throw Failure("the library cannot be loaded: " + std::string(dlerror()) +
                       "; give its place with --library PATH");
@@ -87,6 +89,10 @@ std::string Object::loopText() {
 
 std::string Object::runRules(std::string_view records) {
     return call("RunRules", records);
+}
+
+std::string Object::validateXml(std::string_view option, std::string_view document) {
+    return call("ValidateXML", std::string(option).append(document));
 }
 
 std::string Object::call(const char* name, std::string_view input) {

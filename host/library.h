@@ -55,6 +55,7 @@ public:
     std::string validateStruct(std::string_view stream);
     std::string loopText();
     std::string runRules(std::string_view records);
+    std::string validateXml(std::string_view option, std::string_view document);
 
 private:
     std::string call(const char* name, std::string_view input = {});

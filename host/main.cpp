@@ -1,4 +1,4 @@
-// edicheck: checks interchange files by means of libediexit. This file is its command line.
+// edicheck: checks interchange files and XML documents by means of libediexit. This file is its command line.
 #include <CLI/CLI.hpp>
 #include <exception>
 #include <iostream>
@@ -35,6 +35,27 @@ With --show, a segment that the grammar did not place has '------' where its loo
 
 Exit code: 0 no findings; 1 findings, or a damaged envelope; 2 wrong usage, or something that could not be checked.)";
 
+constexpr const char* kXmlFooter = R"(
+A finding is one line, FILE:LINE:COLUMN: LEVEL: MESSAGE, with the levels fatal error, error and warning. Words and places
+are the parser's. One that was made in a schema has its place in the schema, and FILE is the document that named it. One
+without a place, as where a schema is not found, has neither line nor column.
+
+Schemas, document types and entities are opened as the documents name them. Relative paths count from the folder of the
+document: the tool works in that folder while it validates it.
+
+A document that names no schema and has no document type has nothing declared, which is an error for each of its elements;
+--well-formed is for such documents.
+
+Documents in UTF-16 and UTF-32 cannot be handed to the library, which takes a text to end at its first NUL: they are told
+on standard error and have to be converted first.
+
+Exit code: 0 no findings; 1 findings, warnings included; 2 wrong usage, or something that could not be checked.)";
+
+void addLibraryOption(CLI::App& command, Options& options) {
+    command.add_option("--library", options.library, "Library to load (libediexit.so.1), as dlopen takes it")
+        ->type_name("PATH");
+}
+
 void addCommonOptions(CLI::App& command, Options& options) {
     command.add_option("--grammar", options.grammar, "Grammar file")->required()->type_name("GRAMMAR");
     command.add_option("MESSAGE", options.files, "Files to read")->required()->type_name("");
@@ -48,14 +69,13 @@ void addCommonOptions(CLI::App& command, Options& options) {
             "\\r \\t \\\\ \\xNN are understood")
         ->type_name("TEXT")
         ->needs(stream);
-    command.add_option("--library", options.library, "Library to load (libediexit.so.1), as dlopen takes it")
-        ->type_name("PATH");
+    addLibraryOption(command, options);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    CLI::App app("Checks EDI messages against a grammar.", "edicheck");
+    CLI::App app("Checks EDI messages against a grammar, and XML documents against their schemas.", "edicheck");
     app.require_subcommand(1);
     app.footer(kFooter);
     Options options;
@@ -81,6 +101,13 @@ int main(int argc, char** argv) {
     auto* loops = app.add_subcommand("loops", "Print the segments that the grammar placed, each with its loop");
     addCommonOptions(*loops, options);
     loops->callback([&] { exitCode = edicheck::loops(options); });
+
+    auto* xml = app.add_subcommand("xml", "Validate XML documents against the schemas that they name");
+    xml->add_option("FILE", options.files, "Documents to validate")->required()->type_name("");
+    xml->add_flag("--well-formed", options.wellFormed, "Ask for well-formedness alone: leave out the level error");
+    addLibraryOption(*xml, options);
+    xml->footer(kXmlFooter);
+    xml->callback([&] { exitCode = edicheck::xml(options); });
 
     try {
         app.parse(argc, argv);
