@@ -204,13 +204,14 @@ int Rule42::ValidateRule() {
 void Rule42::checkScope(int begin, int end) {
     constexpr char trimMark[] = "TRIMRIGHT()";
     int const line = firstLine(leftSide, begin, end);
-    if (line == noLine || leftSide.elementCount == 0 || rightSide.elementCount == 0) return;
+    if (line == noLine || leftSide.elementCount == 0) return;
     char* const leftText = valueOf(leftSide, line);
     if (!isPresent(leftText)) return;
-    int const trimMode = (isFirstValue(leftSide, trimMark) ? 1 : 0) + (isFirstValue(rightSide, trimMark) ? 2 : 0);
     for (int right = firstLine(rightSide, begin, end); right != noLine; right = lineBehind(rightSide, right, end)) {
-        char* const rightText = valueOf(rightSide, right);
-        if (!isPresent(rightText) || ContentIsTheSame(leftText, rightText, trimMode)) continue;
+        char* const rightText = rightSide.elementCount == 0 ? nullptr : valueOf(rightSide, right);
+        if (!isPresent(rightText)) continue;
+        int const trimMode = (isFirstValue(leftSide, trimMark) ? 1 : 0) + (isFirstValue(rightSide, trimMark) ? 2 : 0);
+        if (ContentIsTheSame(leftText, rightText, trimMode)) continue;
         RecordError(right, line, rightText, leftText);
         result = 0;
     }

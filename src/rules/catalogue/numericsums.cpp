@@ -92,9 +92,9 @@ void Rule14::checkScope(int begin, int end) {
 /// A line counts by its element 1, whatever the side's positions are. The text kept is that of every line read.
 bool Rule14::sumSelectedRightLines(int from, int end) {
     constexpr int codePosition = 1;
-    char* const code = rightSide.firstValue();
     int right = firstLine(rightSide, from, end);
     if (right == noLine) return false;
+    char* const code = rightSide.firstValue();
     rightSum = 0;
     for (; right != noLine; right = nextLine(rightSide, right, end)) {
         rightText = valueOf(rightSide, right);

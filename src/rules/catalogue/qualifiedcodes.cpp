@@ -77,7 +77,7 @@ void Rule71::readCells(char* code, char** cells) {
     for (int index = 0; index < leftSide2.subElementCount && index < cellsAtMost; ++index) {
         lastSubElementNumber = leftSide2.subElementNumber(index);
         cells[index] = codeParts.at(leftSide2.subElementPositions[index]);
-        if (index == 0 && isPresent(cells[0]) && equalsHead(cells[0], code)) reportSubElementNumber = 0;
+        if (index == 0 && cells[0] && equalsHead(cells[0], code)) reportSubElementNumber = 0;
     }
 }
 

@@ -188,9 +188,8 @@ int Rule9::ValidateRule() {
 }
 
 void Rule9::checkInnerScope(int begin, int end, int leftLine, char const* leftValue) {
-    bool const hasDemandedValue = isPresent(rightSide.firstValue());
     for (int right = firstLine(rightSide, begin, end); right != noLine; right = nextLine(rightSide, right, end)) {
-        if (hasDemandedValue) {
+        if (isPresent(rightSide.firstValue())) {
             checkRightLine(right, leftLine, leftValue);
         } else if (rightSide2.hasSegment() && firstLine(rightSide2, begin, end) == noLine) {
             RecordError(begin, leftLine, " ", " ");
@@ -247,8 +246,8 @@ int Rule12::ValidateRule() {
     int result = 1;
     walkScopes(1, [&](int begin, int end) {
         int const left = firstLine(leftSide, begin, end);
-        char* const demanding = leftSide.firstValue();
-        if (left == noLine || !isPresent(demanding) || !isSamePresent(valueOf(leftSide, left), demanding)) return;
+        if (left == noLine || !isPresent(leftSide.firstValue())) return;
+        if (!isSamePresent(valueOf(leftSide, left), leftSide.firstValue())) return;
         if (firstRightLineUpToFence(*this, begin, end) != noLine) return;
         RecordError(noLine, left, " ", " ");
         result = 0;

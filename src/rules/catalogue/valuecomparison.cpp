@@ -136,12 +136,15 @@ int Rule13::firstLineWithValue(int begin, int end) {
 }
 
 int Rule16::ValidateRule() {
-    char const* const demanding = leftSide.firstValue();
-    walkScopes(0, [&](int begin, int end) {
+    walkScopes(0, [this](int begin, int end) {
         for (int left = firstLine(leftSide, begin, end); left != noLine; left = lineBehind(leftSide, left, end))
-            if (isPresent(demanding) && isSamePresent(valueOf(leftSide, left), demanding)) checkScope(begin, end);
+            if (hasDemandingValue(left)) checkScope(begin, end);
     });
     return 1;
+}
+
+bool Rule16::hasDemandingValue(int left) {
+    return isPresent(leftSide.firstValue()) && isSamePresent(valueOf(leftSide, left), leftSide.firstValue());
 }
 
 /// Each search for a right2 line begins at the begin of the scope. A begin of -1 lets it go on behind the last hit; any

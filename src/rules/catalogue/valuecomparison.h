@@ -87,5 +87,6 @@ public:
     int ValidateRule() override;
 
 private:
+    bool hasDemandingValue(int left);
     void checkScope(int begin, int end);
 };
