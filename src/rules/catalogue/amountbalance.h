@@ -45,8 +45,8 @@ private:
 ///   reads    scopeSide: loop; leftSide: loop of the runs, first element, first value as element 1 of the stating line;
 ///            leftSide2: the deductions, all positions; rightSide: first element; rightSide2: loop, segment, first
 ///            element for the key, which is else element 1 of the run's first line
-///   silent   for a run that states no amount, and for one without a right amount; for a loop scope that begins at line
-///            0
+///   silent   for a run that states no amount, and for one without a right amount; from a scope that begins at
+///            line 0 on
 ///   reports  (no line, stating line)
 class Rule37 : public RunBalance {
 private:
@@ -65,7 +65,7 @@ private:
 ///   reads    scopeSide: loop; leftSide, rightSide: first element; leftSide2: the adjustments, all positions;
 ///            rightSide2: first value as the loop of the runs; loop, segment, first element for the key, as in Rule37
 ///   silent   for a block without a right amount; from a left line on that the next one follows at once; without a
-///            value on rightSide2; for a loop scope that begins at line 0
+///            value on rightSide2; from a scope that begins at line 0 on
 ///   reports  (no line, left line)
 class Rule38 : public RunBalance {
 private:
@@ -83,8 +83,8 @@ private:
 /// Rule39: in each scope, the first left amount equals the sum of the right and right2 amounts.
 ///   reads    leftSide: first element; leftSide2: first element, values as the filter of scopes; rightSide, rightSide2:
 ///            all positions, first value as element 1 of the lines that count
-///   silent   for a scope that the filter stops; from a scope without a leftSide2 line on, if there is a filter;
-///            without a loop on the outer side
+///   silent   for a scope that the filter stops, which is each one where leftSide has no elements; from a scope without
+///            a leftSide2 line on, if there is a filter; without a loop on the outer side
 ///   reports  (first right line, else first right2 line; begin) with the sum and the stated amount, to two decimals
 class Rule39 : public Rule {
 public:

@@ -36,7 +36,7 @@ private:
 /// Rule8: the left total equals the right sum less the right2 sum.
 ///   reads    leftSide: loop, segment, first element; rightSide: loop, segment, first element; rightSide2: all
 ///            positions
-///   silent   for a scope without a left line; from a scope that begins at line 0 on; for a left line without its
+///   silent   for a scope without a left line; behind a scope that begins at line 0; for a left line without its
 ///            element
 ///   reports  (right line, left line): no right line after a sum over several, the first one where a left loop makes it
 ///            a sum of one
@@ -51,7 +51,7 @@ private:
 /// Rule14: the left total equals the right2 sum less the right sum, within a tolerance of its own.
 ///   reads    leftSide: first element; rightSide: first element, first value, which selects by element 1 of the line;
 ///            rightSide2: all positions
-///   silent   for a scope without a left line; from a scope that begins at line 0 on
+///   silent   for a scope without a left line; behind a scope that begins at line 0
 ///   reports  (no line, left line)
 class Rule14 : public SumRule {
 public:
@@ -66,7 +66,7 @@ private:
 /// each inner scope.
 ///   reads    leftSide: loop, segment, first element; rightSide: first element; rightSide2: all positions; outerSide,
 ///            scopeText, ruleArgument3
-///   silent   for a scope without a left line; from a scope that begins at line 0 on; for a left line without its
+///   silent   for a scope without a left line; behind a scope that begins at line 0; for a left line without its
 ///            element
 ///   reports  (right line, left line)
 class Rule17 : public SumRule {

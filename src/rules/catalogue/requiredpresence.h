@@ -101,7 +101,7 @@ private:
 /// Rule12: the first left line of a scope, if it has the first left value, needs a right line before the first right2
 /// line or on it.
 ///   reads    leftSide: first element, first value; rightSide, rightSide2: loop, segment, first element
-///   silent   for a scope without such a left line; from a scope that begins at line 0 on
+///   silent   for a scope without such a left line; behind a scope that begins at line 0
 ///   reports  (no line, left line)
 class Rule12 : public Rule {
 public:

@@ -61,7 +61,7 @@ private:
 };
 
 /// Rule30: in a scope in which rightSide2 has its value, the left or the right side has its own.
-///   reads    leftSide, rightSide, rightSide2: first element, first value. Without a first value any value will do
+///   reads    leftSide, rightSide, rightSide2: first element, first value. Without values any text will do
 ///   silent   from a scope that begins at line 0 on, and without a loop on the outer side
 ///   reports  (right2 line, right2 line), the first of a scope, with its text and, if there is a right2 value to have,
 ///            the last right text of all scopes
