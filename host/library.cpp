@@ -21,9 +21,7 @@ void Library::Close::operator()(void* handle) const {
     dlclose(handle);
 }
 
-// The library is not unloaded before the process ends: the XML parser behind it keeps what it set up, and would lose it.
-Library::Library(const std::string& path)
-    : path_(path), handle_(dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE)) {
+Library::Library(const std::string& path) : path_(path), handle_(dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL)) {
     if (!handle_) {
         throw Failure("the library cannot be loaded: " + std::string(dlerror()) +
                       "; give its place with --library PATH");

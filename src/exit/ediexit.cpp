@@ -14,6 +14,7 @@
 #include <cstring>
 #include <iterator>
 #include <memory>
+#include <utility>
 
 #include "grammar/grammarbuilder.h"
 #include "rules/contents.h"
@@ -75,6 +76,10 @@ struct ObjectCall {
         auto const handleLength = static_cast<std::size_t>(input - param.inputText);
         inputLength = param.inputLength > handleLength ? param.inputLength - handleLength : 0;
     }
+
+    /// How many of the first `most` bytes of the input are there: those that its length counts, and those in front of
+    /// the NUL that ends it, where a host counts fewer.
+    std::size_t readable(std::size_t most) const { return std::max(std::min(inputLength, most), strnlen(input, most)); }
 };
 
 /// Runs the body of an export that answers with szFailure where memory runs out. The buffer for that answer is taken on
@@ -125,12 +130,11 @@ void MakeErrorString(tagExitParamStruct* param, EDI_Structure* object) {
     answerWithReport(param, *object->errorInfos);
 }
 
-/// Puts a new list in the place of an owned one. Throws szFailure where there is no memory; there is then none.
+/// Puts a new list in the place of an owned one.
 template <class List>
-void renew(List*& list) {
+void replace(List*& list, std::unique_ptr<List> newList) {
     delete list;
-    list = nullptr;
-    list = new List;
+    list = newList.release();
 }
 
 /// Releases the rules of a run at its end, on whichever route.
@@ -179,10 +183,13 @@ void openDataSegment(EDI_Structure& object, std::size_t streamLength) {
 
 /// Copies the stream into the object, with padding behind it. An earlier copy stays: located lines point into it.
 void copyStream(EDI_Structure& object, char const* stream, std::size_t length) {
+    if (object.dataCopy) {
+        object.supersededCopies = new SupersededCopy{object.dataCopy, object.supersededCopies};
+        object.dataCopy = nullptr;
+    }
     auto* copy = static_cast<char*>(mallocOrThrow(length + streamPadding));
     std::memcpy(copy, stream, length);
     std::memset(copy + length, 0, streamPadding);
-    if (object.dataCopy) object.supersededCopies = new SupersededCopy{object.dataCopy, object.supersededCopies};
     object.dataCopy = copy;
 }
 
@@ -227,12 +234,12 @@ void SetDelimiters(tagExitParamStruct* param) {
         return;
     }
     SegLists& lines = *call.object->segLists;
-    lines.elementDelimiter = call.inputLength > 0 ? call.input[0] : '\0';
-    lines.subElementDelimiter = call.inputLength > 1 ? call.input[1] : '\0';
+    std::size_t const given = call.readable(terminatorAt + searchedBytes);
+    lines.elementDelimiter = given > 0 ? call.input[0] : '\0';
+    lines.subElementDelimiter = given > 1 ? call.input[1] : '\0';
 
-    std::size_t const given = call.inputLength > terminatorAt ? call.inputLength - terminatorAt : 0;
-    char* const terminator = call.input + std::min(call.inputLength, terminatorAt);
-    std::size_t const searched = std::min(given, searchedBytes);
+    char* const terminator = call.input + std::min(given, terminatorAt);
+    std::size_t const searched = std::max(given, terminatorAt) - terminatorAt;
     auto* marker = static_cast<char*>(std::memchr(terminator, terminatorEnd, searched));
     if (marker) *marker = '\0';
     std::size_t const length = marker ? static_cast<std::size_t>(marker - terminator) : strnlen(terminator, searched);
@@ -291,9 +298,13 @@ void RunRules(tagExitParamStruct* param) {
             return;
         }
         EDI_Structure& object = *call.object;
-        renew(object.errorInfos);
-        renew(object.contents);
-        renew(object.rules);
+        // All three or none: findings that the tree doesn't know always have contents beside them.
+        auto errorInfos = std::make_unique<ErrorInfos>();
+        auto contents = std::make_unique<Contents>();
+        auto rules = std::make_unique<Rules>();
+        replace(object.errorInfos, std::move(errorInfos));
+        replace(object.contents, std::move(contents));
+        replace(object.rules, std::move(rules));
         RulesEnd const rulesEnd(object);
         readRules(call.input, call.inputLength, {object.segLists, object.errorInfos, object.contents}, *object.rules);
         for (int index = 0; index < object.rules->count; ++index)
@@ -317,11 +328,12 @@ void ValidateXML(tagExitParamStruct* param) {
     }
     char*& message = call.object->xmlMessage;
     bool const reportErrors = std::strtol(call.input, nullptr, 10) != withoutErrors;
-    char* xml = call.input + std::min(call.inputLength, optionWidth);
+    char* xml = call.input + call.readable(optionWidth);
     std::free(message);
     message = nullptr;
     try {
-        ParseXML(xml, &message, 1, reportErrors, 1, &param->outputLength);
+        unsigned long bufferSize = 0;
+        ParseXML(xml, &message, 1, reportErrors, 1, &bufferSize);
         // The text, its terminator and the NUL behind it: a document without findings gives two NULs.
         std::size_t const length = std::strlen(message) + 2;
         char* reply = allocReply(length);

@@ -2,14 +2,19 @@
 #include "xml/parsexml.h"
 
 #include <cstring>
-#include <memory>
+#include <vector>
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/parsers/SAX2XMLReaderImpl.hpp>
+#include <xercesc/sax2/DefaultHandler.hpp>
+#include <xercesc/util/PanicHandler.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/SecurityManager.hpp>
 #include <xercesc/util/XMLUni.hpp>
+#include <xercesc/validators/DTD/DTDElementDecl.hpp>
+#include <xercesc/validators/common/ContentSpecNode.hpp>
 
 #include "common/exitparam.h"
+#include "xml/documentmemory.h"
 #include "xml/localtext.h"
 #include "xml/parsexmlhandler.h"
 
@@ -18,31 +23,87 @@ using xercesc::XMLUni;
 
 namespace {
 
-/// How many general entities a document may expand. Few documents expand any; one made to blow up expands billions.
-constexpr XMLSize_t entityExpansionLimit = 1000;
+/// How many general entities a document may expand. Each may stand for a text nearly as long as the document.
+constexpr XMLSize_t entityExpansionLimit = 10'000;
+
+/// How many names and operators a content model of a document type may have. The parser's time grows with their square.
+constexpr std::size_t contentModelLimit = 4'000;
+
+/// What the parser turns to where it sees no way on. Its own handler ends the process.
+class GiveUp : public xercesc::PanicHandler {
+public:
+    void panic(PanicReasons) override { throwFailure(); }
+};
 
 /// The parser counts its initialisations and stays initialised for the life of the process, so one does for all calls,
-/// on whichever thread.
+/// on whichever thread. One that fails leaves the parser in a state that it can't be brought out of: it is not used
+/// then.
 void initializeParser() {
-    static bool const initialized = [] {
-        XMLPlatformUtils::Initialize(XMLUni::fgXercescDefaultLocale);
-        return true;
+    static bool const isUsable = [] {
+        static GiveUp giveUp;
+        try {
+            XMLPlatformUtils::Initialize(XMLUni::fgXercescDefaultLocale, nullptr, &giveUp);
+            return true;
+        } catch (...) {
+            return false;
+        }
     }();
-    static_cast<void>(initialized);
+    if (!isUsable) throwFailure();
 }
 
-std::unique_ptr<xercesc::SAX2XMLReaderImpl> makeReader(xercesc::SecurityManager& limits) {
-    auto* manager = XMLPlatformUtils::fgMemoryManager;
-    std::unique_ptr<xercesc::SAX2XMLReaderImpl> reader(new (manager) xercesc::SAX2XMLReaderImpl(manager));
-    reader->setFeature(XMLUni::fgSAX2CoreValidation, true);
-    reader->setFeature(XMLUni::fgSAX2CoreNameSpaces, true);
-    reader->setFeature(XMLUni::fgXercesSchema, true);
-    reader->setFeature(XMLUni::fgXercesSchemaFullChecking, true);
-    reader->setFeature(XMLUni::fgSAX2CoreNameSpacePrefixes, true);
-    limits.setEntityExpansionLimit(entityExpansionLimit);
-    reader->setProperty(XMLUni::fgXercesSecurityManager, &limits);
-    return reader;
+std::size_t nodesOf(xercesc::ContentSpecNode const* model) {
+    std::size_t count = 0;
+    std::vector<xercesc::ContentSpecNode const*> open{model};
+    while (!open.empty()) {
+        xercesc::ContentSpecNode const* node = open.back();
+        open.pop_back();
+        if (!node) continue;
+        ++count;
+        open.push_back(node->getFirst());
+        open.push_back(node->getSecond());
+    }
+    return count;
 }
+
+/// The parser's reader, with a fence around what a document type may cost. Other documents cost as much as they are
+/// long, and their schemas are the host's.
+class Reader : public xercesc::SAX2XMLReaderImpl {
+public:
+    Reader(DocumentMemory& documentMemory, std::size_t length)
+        : SAX2XMLReaderImpl(&documentMemory), memory(documentMemory), documentLength(length) {
+        setFeature(XMLUni::fgSAX2CoreValidation, true);
+        setFeature(XMLUni::fgSAX2CoreNameSpaces, true);
+        setFeature(XMLUni::fgXercesSchema, true);
+        setFeature(XMLUni::fgXercesSchemaFullChecking, true);
+        setFeature(XMLUni::fgSAX2CoreNameSpacePrefixes, true);
+        expansions.setEntityExpansionLimit(entityExpansionLimit);
+        setProperty(XMLUni::fgXercesSecurityManager, &expansions);
+        setDeclarationHandler(&unmoved);
+    }
+
+    void doctypeDecl(xercesc::DTDElementDecl const& root, XMLCh const* publicId, XMLCh const* systemId,
+                     bool hasInternalSubset, bool hasExternalSubset) override {
+        memory.limit(documentLength);
+        SAX2XMLReaderImpl::doctypeDecl(root, publicId, systemId, hasInternalSubset, hasExternalSubset);
+    }
+
+    void elementDecl(xercesc::DTDElementDecl const& element, bool isIgnored) override {
+        if (nodesOf(element.getContentSpec()) > contentModelLimit) memory.refuse();
+        SAX2XMLReaderImpl::elementDecl(element, isIgnored);
+    }
+
+    void error(unsigned int code, XMLCh const* domain, ErrTypes type, XMLCh const* text, XMLCh const* systemId,
+               XMLCh const* publicId, XMLFileLoc line, XMLFileLoc column) override {
+        if (memory.hasRefused()) text = u"the document type asks for more work than its document may cause";
+        SAX2XMLReaderImpl::error(code, domain, type, text, systemId, publicId, line, column);
+    }
+
+private:
+    DocumentMemory& memory;
+    std::size_t const documentLength;
+    xercesc::SecurityManager expansions;
+    xercesc::DefaultHandler unmoved;  // without a handler for them, the reader is not told of declarations
+};
 
 char* copyWithTwoZeros(char const* text) {
     std::size_t const length = std::strlen(text);
@@ -58,15 +119,16 @@ int ParseXML(char* xml, char** result, int reportFatalErrors, int reportErrors, 
              unsigned long* length) {
     initializeParser();
     try {
-        xercesc::SecurityManager limits;
-        auto reader = makeReader(limits);
+        std::size_t const documentLength = std::strlen(xml);
+        DocumentMemory memory;
+        Reader reader(memory, documentLength);
         ParseXMLHandlers handler;
         handler.setReportFatalErrors(reportFatalErrors != 0);
         handler.setReportErrors(reportErrors != 0);
         handler.setReportWarnings(reportWarnings != 0);
-        reader->setErrorHandler(&handler);
-        xercesc::MemBufInputSource const source(reinterpret_cast<XMLByte const*>(xml), std::strlen(xml), "bin");
-        reader->parse(source);
+        reader.setErrorHandler(&handler);
+        xercesc::MemBufInputSource const source(reinterpret_cast<XMLByte const*>(xml), documentLength, "bin");
+        reader.parse(source);
         *length = handler.getErrorStringLength();
         *result = handler.takeErrorString();
         return 0;

@@ -1,4 +1,5 @@
 // The call of ValidateXML: its option, its input, its place among the other calls.
+#include <dlfcn.h>
 #include <gtest/gtest.h>
 
 #include "xmlcalls.h"
@@ -66,6 +67,29 @@ TEST(Input, with_a_handle_that_names_no_object_is_refused) {
         EXPECT_EQ(answer.returnCode, -1) << handle;
         EXPECT_EQ(answer.output, Answer::Output::untouched) << handle;
         EXPECT_EQ(answer.breach, "") << handle;
+    }
+}
+
+// What the parser set up would be lost with the library, and set up anew each time.
+TEST(Library, stays_loaded_where_its_host_unloads_it) {
+    const auto anExport = reinterpret_cast<void*>(library()("ValidateXML"));
+    Dl_info where;
+    ASSERT_NE(dladdr(anExport, &where), 0);
+    const std::string path = where.dli_fname;
+    for (int i = 0; i < 2; ++i) {  // once for each time it was opened, here and by library()
+        void* handle = dlopen(path.c_str(), RTLD_NOW | RTLD_NOLOAD);
+        ASSERT_NE(handle, nullptr);
+        dlclose(handle);
+        dlclose(handle);
+    }
+    EXPECT_EQ(placesOf(validate("<a/>")), undeclared);
+}
+
+TEST(Input, is_read_up_to_its_nul_whatever_its_length_says) {
+    const Object object;
+    for (const std::uint64_t length : {0U, 3U, 16U, 17U}) {
+        const Answer answer = host().callWithLength("ValidateXML", object.handle() + "101<a/>", length);
+        EXPECT_EQ(answer.reply, std::string(2, '\0')) << length;
     }
 }
 
