@@ -4,6 +4,7 @@
  */
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <limits>
@@ -76,6 +77,12 @@ std::string finding(size_t number, const std::string& name, const std::string& c
                                                       "SEG", "ERROR", "Element Text"});
 }
 
+/* A value that rule 70 takes from element 0 of a line outside of any loop. */
+std::string content(size_t number, const std::string& name, const std::string& value) {
+    return cases::formatLine(cases::contentLayout(), {std::to_string(number), "0", "00", name, "", "", "", "", "",
+                                                      value, "QualVal", "KeyVal", "DateVal", "", "", ""});
+}
+
 std::string kind2Record(const std::string& id, const std::string& rest = "") {
     return id + std::string(15 - id.size(), ' ') + rest + "~";
 }
@@ -110,6 +117,10 @@ void expectReport(const Answer& answer, const std::string& report) {
 
 const char* textSymbol(const char* name) {
     return static_cast<const char*>(library()(name));
+}
+
+void release(char* reply) {
+    reinterpret_cast<void (*)(void*)>(library()("voptMemFree"))(reply);
 }
 
 // The exported symbols.
@@ -188,7 +199,96 @@ TEST(Reply, outlives_its_object) {
     const std::string expected = finding(1, "ST", "3") + finding(1, "ZZ", "2");
     ASSERT_NE(param.outputText, nullptr);
     EXPECT_EQ(std::string(param.outputText, param.outputLength), expected);
-    reinterpret_cast<void (*)(void*)>(library()("voptMemFree"))(param.outputText);
+    release(param.outputText);
+}
+
+// Inputs that are not there.
+
+TEST(InputLength, inside_the_handle_leaves_no_stream_and_no_rules_behind_it) {
+    // Without segments the root names what is mandatory behind its first child, by its place.
+    const std::string reportOfNothing = finding(2, "BGM", "3");
+    const std::string rule = "70|||||BGM|0$";
+    for (const size_t missing : {0, 1, 12, 15}) {
+        SCOPED_TRACE(missing);
+        const Object kind1("1M|1|1|ST$M|1|1|BGM$M|1|1|SE$");
+        const size_t length = kind1.handleLength() - std::min(missing, kind1.handleLength());
+        expectReport(host().callWithLength("ValidateStruct", kind1.handle() + "ZZ $", length), reportOfNothing);
+
+        const Object kind2("2M|1|1|ST$M|1|1|BGM$M|1|1|SE$");
+        kind2.call("SetDelimiters", "*:~X");
+        const std::string stream = kind2Record("ST") + kind2Record("BGM", "BGM*2");
+        expectReport(host().callWithLength("ValidateStruct", kind2.handle() + stream, length), reportOfNothing);
+        const Object located("2M|1|1|ST$M|1|1|BGM$M|1|1|SE$");
+        located.call("SetDelimiters", "*:~X");
+        expectReport(located.call("ValidateStruct", stream), "");
+        expectReport(host().callWithLength("RunRules", located.handle() + rule, length), "");
+        expectReport(located.call("RunRules", rule), content(2, "BGM", "BGM"));
+    }
+}
+
+TEST(InputLength, inside_the_handle_leaves_delimiters_and_a_document_that_are_read_to_their_nul) {
+    const Object object("2M|1|1|ST$M|1|1|SE$");
+    EXPECT_EQ(host().callWithLength("SetDelimiters", object.handle() + "*:~X", 1).returnCode, 0);
+    expectReport(object.call("ValidateStruct", kind2Record("ST") + kind2Record("ZZ")), finding(2, "ZZ", "2"));
+    const Answer answer = host().callWithLength("ValidateXML", object.handle() + "101<a/>", 1);
+    EXPECT_EQ(answer.returnCode, 0);
+    EXPECT_EQ(answer.reply, "\0\0"s);
+}
+
+/* A call without an input text; the length says otherwise. */
+tagExitParamStruct callWithoutInput(const char* exportName) {
+    tagExitParamStruct param = {};
+    param.inputLength = 100;
+    param.returnCode = Host::presetReturnCode;
+    reinterpret_cast<void (*)(tagExitParamStruct*)>(library()(exportName))(&param);
+    return param;
+}
+
+TEST(CreateStruct, without_an_input_text_makes_a_grammar_of_kind_2_without_nodes) {
+    const tagExitParamStruct param = callWithoutInput("CreateStruct");
+    EXPECT_EQ(param.returnCode, 0);
+    ASSERT_NE(param.outputText, nullptr);
+    const std::string handle(param.outputText, param.outputLength);
+    release(param.outputText);
+    EXPECT_EQ(host().call("SetDelimiters", handle + "*:~X").returnCode, 0);  // refused by kind 1
+    expectReport(host().call("ValidateStruct", handle + kind2Record("ST")), finding(1, "ST", "2"));
+    EXPECT_EQ(host().call("DestroyStruct", handle).returnCode, 0);
+}
+
+TEST(OtherCalls, without_an_input_text_are_refused) {
+    for (const char* exportName : {"SetDelimiters", "ValidateStruct", "GetLoopText", "RunRules", "ValidateXML",
+                                   "GetErrorText", "DestroyGrammar"}) {
+        SCOPED_TRACE(exportName);
+        const tagExitParamStruct param = callWithoutInput(exportName);
+        EXPECT_EQ(param.returnCode, -1);
+        EXPECT_EQ(param.outputText, nullptr);
+        EXPECT_EQ(param.outputLength, 0U);
+    }
+}
+
+TEST(OtherCalls, without_an_input_text_have_nothing_to_destroy_or_nothing_to_read) {
+    EXPECT_EQ(callWithoutInput("DestroyStruct").returnCode, 0);
+    const tagExitParamStruct param = callWithoutInput("GetQRNTVersion");
+    EXPECT_EQ(param.returnCode, 0);
+    EXPECT_EQ(std::string(param.outputText, param.outputLength), "4.4.1.7|LINUX|9.0.0(96)");
+    release(param.outputText);
+}
+
+// A NUL as element delimiter.
+
+TEST(ElementDelimiter, may_be_a_nul_which_ends_the_loop_text_and_hides_the_elements) {
+    const Object object("2M|1|1|ST$M|1|1|BGM$M|1|1|SE$");
+    object.call("SetDelimiters", "\0:~X"s);
+    const std::string stream =
+        kind2Record("ST", "ST\0001"s) + kind2Record("BGM", "BGM*2") + kind2Record("SE", "SE\0003"s);
+    expectReport(object.call("ValidateStruct", stream), "");
+    const Answer answer = object.call("GetLoopText");
+    EXPECT_EQ(answer.returnCode, 0);
+    EXPECT_EQ(answer.reply, "ST");
+    // Rule 70 on element 1 of two lines, and then on element 0, which is the text up to its first NUL.
+    expectReport(object.call("RunRules", "70|||||BGM|1$70|||||SE|1$"), "");
+    expectReport(object.call("RunRules", "70|||||BGM|0$70|||||SE|0$"),
+                 content(2, "BGM", "BGM*2") + content(3, "SE", "SE"));
 }
 
 // What the calls change in the host's input.
@@ -418,6 +518,21 @@ TEST(Groups, may_nest_deeper_than_any_walk_goes) {
         object.call("SetDelimiters", "*:~X");
         expectReport(object.call("ValidateStruct", "ST~N1~N1~ZZ~"), report);
     }
+}
+
+/* A group that has taken a record offers the next one to its children once more, and so do the groups around it. Each
+ * child has declined it by then, and says so without asking what lies inside it again: the work grows with the depth
+ * and not with its square, which would take minutes here. */
+TEST(Groups, that_nest_two_thousand_deep_answer_for_each_of_thousands_of_records) {
+    constexpr size_t depth = 2000;
+    constexpr size_t pairs = 2000;
+    const std::string outerLoop = "O|0|0|LoopU$O|0|0|U$O|0|0|EndLoop$";
+    const std::string innerLoop = "O|0|0|LoopD$O|0|0|D$O|0|0|EndLoop$";
+    const std::string grammar = "1O|0|0|UnorderedGroup$" + outerLoop + repeated("O|0|0|UnorderedGroup$", depth) +
+                                innerLoop + repeated("O|0|0|EndUnorderedGroup$", depth + 1) + "M|1|1|SE$";
+    const std::string stream = repeated("D  $U  $", pairs);
+    expectReport(Object(grammar).call("ValidateStruct", stream + "SE $"), "");
+    expectReport(Object(grammar).call("ValidateStruct", stream + "ZZ $"), finding(2 * pairs + 1, "ZZ", "2"));
 }
 
 TEST(Groups, may_be_closed_a_million_times) {

@@ -1,14 +1,15 @@
 #!/usr/bin/env bash
-# breaches.sh WORK: proves that includes.sh sees what it is there to see. Makes small source trees in WORK, one that keeps
-# the order and one for each way to break it.
+# Proves that includes.sh sees what it is there to see. Makes small source trees in a folder of its own, one that keeps the
+# order and one for each way to break it.
 set -euo pipefail
 check=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)/includes.sh
-work=$1
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
 failed=0
 
-# tree: an orderly tree in WORK/src.
+# tree: an orderly tree.
 tree() {
-    rm -rf "$work"
+    rm -rf "$work/src"
     mkdir -p "$work/src"/{common,walk,exit,xml,rules/catalogue}
     cd "$work/src"
     touch common/text.h walk/errorinfos.h

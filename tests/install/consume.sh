@@ -1,17 +1,16 @@
 #!/usr/bin/env bash
-# consume.sh WAY LANGUAGE PREFIX LIBDIR WORK: builds a host against the ediexit installed in PREFIX, and runs it.
+# consume.sh WAY LANGUAGE PREFIX LIBDIR: builds a host against the ediexit installed in PREFIX, and runs it.
 #   WAY       pkg-config, find_package or dlopen
 #   LANGUAGE  c (C11), cpp (C++17), or readme: the host in C that stands in README.md
 #   LIBDIR    where libraries lie under PREFIX
-#   WORK      a folder to build in, made anew
 # Takes the compilers from CC and CXX, and the tool that cmake builds with from CMAKE_GENERATOR. Nothing but PREFIX tells
 # the host where the library is.
 set -euo pipefail
-way=$1 language=$2 prefix=$3 libdir=$3/$4 work=$5
+way=$1 language=$2 prefix=$3 libdir=$3/$4
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 
-rm -rf "$work"
-mkdir -p "$work"
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
 warnings=(-Wall -Wextra -Wpedantic -Werror)
 case $language in
 c) compiler=("$CC" -std=c11 "${warnings[@]}" "$here/consumer.c") ;;

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <climits>
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -145,6 +146,23 @@ TEST(IdentifierBuffer, keeps_the_texts_that_a_reservation_finds) {
     EXPECT_EQ(pool.used, 16);
     EXPECT_STREQ(pool.at(8), "20");
     EXPECT_TRUE(isZeroFrom(pool, 16));
+}
+
+// A pool that says that it is nearly full stands for one of 2 GB. The text is refused before any byte of it is written.
+TEST(IdentifierBuffer, takes_no_text_that_ends_beyond_the_offsets_of_32_bits) {
+    IdentifierBuffer pool;
+    pool.used = INT_MAX - 23;
+    pool.capacity = INT_MAX;
+    EXPECT_THROW(pool.add(letters(16).c_str()), char const*);  // the next offset would be 2^31
+    EXPECT_EQ(pool.used, INT_MAX - 23);
+}
+
+TEST(IdentifierBuffer, takes_no_step_of_growth_beyond_32_bits) {
+    IdentifierBuffer pool;
+    pool.capacity = INT_MAX - 4095;  // a step of 4,096 more is one byte too many
+    pool.used = pool.capacity - 8;
+    EXPECT_THROW(pool.add(letters(8).c_str()), char const*);
+    EXPECT_EQ(pool.capacity, INT_MAX - 4095);
 }
 
 }  // namespace

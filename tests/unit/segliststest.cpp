@@ -157,6 +157,14 @@ TEST(LoopText, loses_the_elements_of_a_line_that_was_read) {
     EXPECT_EQ(loopText(lines), "ST**~SE**2*0001~");
 }
 
+TEST(LoopText, shows_a_line_without_a_text_by_its_ids_alone) {
+    SegLists lines;
+    lines.elementDelimiter = '*';
+    setTerminator(lines, "~");
+    lines.add("REF", nullptr, "2000A", nullptr);
+    EXPECT_EQ(loopText(lines), "REF*2000A*~");
+}
+
 TEST(LoopText, of_no_lines_is_empty) {
     EXPECT_EQ(loopText(SegLists()), "");
 }
