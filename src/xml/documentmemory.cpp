@@ -19,6 +19,14 @@ constexpr std::size_t allocationsForEachByte = 4;
 /// Each expansion takes a larger piece, and every table that grows comes to take one.
 constexpr std::size_t smallestRefused = 65'536;
 
+void* takeMemory(std::size_t size) {
+    try {
+        return ::operator new(size);
+    } catch (std::bad_alloc const&) {
+        throw xercesc::OutOfMemoryException();
+    }
+}
+
 class Refusal : public xercesc::XMLException {
 public:
     Refusal() : XMLException(__FILE__, __LINE__, xercesc::XMLPlatformUtils::fgMemoryManager) {
@@ -56,9 +64,7 @@ xercesc::MemoryManager* DocumentMemory::getExceptionMemoryManager() {
 void* DocumentMemory::allocate(XMLSize_t size) {
     bool const isBeyond = held + size > heldAtMost || allocations >= allocationsAtMost;
     if (isLimited && size >= smallestRefused && isBeyond) refuse();
-    void* const memory = ::operator new(sizeof(Block) + size, std::nothrow);
-    if (!memory) throw xercesc::OutOfMemoryException();
-    newest = new (memory) Block{nullptr, newest, size};
+    newest = new (takeMemory(sizeof(Block) + size)) Block{nullptr, newest, size};
     if (newest->next) newest->next->previous = newest;
     held += size;
     ++allocations;

@@ -10,21 +10,7 @@
 
 #include "host.h"
 
-#ifdef __SANITIZE_ADDRESS__
-#include <sanitizer/lsan_interface.h>
-#endif
-
 namespace xmltests {
-
-// Stands around calls in which the parser itself leaves some bytes behind, which the library can't reach: where it reads a
-// document type from a file, and where a file that it is to read is a folder.
-#ifdef __SANITIZE_ADDRESS__
-using ParserLeaks = __lsan::ScopedDisabler;
-#else
-struct ParserLeaks {
-    ParserLeaks() {}
-};
-#endif
 
 const cases::SymbolLookup& library();
 const cases::Host& host();
