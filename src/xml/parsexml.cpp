@@ -9,7 +9,9 @@
 #include <xercesc/util/PanicHandler.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/SecurityManager.hpp>
+#include <xercesc/util/XMLString.hpp>
 #include <xercesc/util/XMLUni.hpp>
+#include <xercesc/validators/DTD/DTDAttDef.hpp>
 #include <xercesc/validators/DTD/DTDElementDecl.hpp>
 #include <xercesc/validators/common/ContentSpecNode.hpp>
 
@@ -51,6 +53,9 @@ void initializeParser() {
     if (!isUsable) throwFailure();
 }
 
+/// How many characters the values of an enumeration in a document type may have. Likewise.
+constexpr XMLSize_t enumerationLimit = 20'000;
+
 std::size_t nodesOf(xercesc::ContentSpecNode const* model) {
     std::size_t count = 0;
     std::vector<xercesc::ContentSpecNode const*> open{model};
@@ -90,6 +95,11 @@ public:
     void elementDecl(xercesc::DTDElementDecl const& element, bool isIgnored) override {
         if (nodesOf(element.getContentSpec()) > contentModelLimit) memory.refuse();
         SAX2XMLReaderImpl::elementDecl(element, isIgnored);
+    }
+
+    void attDef(xercesc::DTDElementDecl const& element, xercesc::DTDAttDef const& attribute, bool isIgnored) override {
+        if (xercesc::XMLString::stringLen(attribute.getEnumeration()) > enumerationLimit) memory.refuse();
+        SAX2XMLReaderImpl::attDef(element, attribute, isIgnored);
     }
 
     void error(unsigned int code, XMLCh const* domain, ErrTypes type, XMLCh const* text, XMLCh const* systemId,

@@ -186,6 +186,18 @@ TEST(ContentModel, may_have_two_thousand_names) {
     expectStopped(contentModel(2001) + "<a><n1999/></a>", tooMuchWork);
 }
 
+// The values v1000 to v4332, with a blank between two of them, are 3,333 * 6 - 1 characters; one more has six more.
+TEST(Enumeration, may_have_twenty_thousand_characters) {
+    std::string values = "v1000";
+    for (int i = 1001; i <= 4332; ++i)
+        values += "|v" + std::to_string(i);
+    const auto document = [](const std::string& list) {
+        return "<!DOCTYPE a [<!ELEMENT a EMPTY><!ATTLIST a b (" + list + ") #IMPLIED>]><a b='v4332'/>";
+    };
+    EXPECT_EQ(validate(document(values)), "");
+    expectStopped(document(values + "|v4333"), tooMuchWork);
+}
+
 TEST(StoppedDocument, stops_no_other) {
     const Object object;
     EXPECT_NE(object.validate(contentModel(2001) + "<a/>"), "");
