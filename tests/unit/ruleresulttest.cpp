@@ -74,6 +74,7 @@ TEST_P(RuleResult, TellsWhetherAFaultWasFound) {
     ASSERT_EQ(rules.count, 1);
     EXPECT_EQ(rules.data[0]->ValidateRule(), row.result);
     EXPECT_EQ(rules.data[0]->errorCount, row.faults);
+    EXPECT_EQ(rules.data[0]->contentRuleNumber, row.number == 80 ? 80 : -1);
 }
 
 // The outer side L with loop 2000 gives the scopes 1 to 5 and 6 to the end; without a loop, the whole list is the scope.

@@ -43,6 +43,17 @@ TEST_F(RuleOperations, FindBeginingOfLoopHasNothingBeforeTheFirstLine) {
     EXPECT_EQ(beginningOfLoopAt(-1), -2);
 }
 
+TEST_F(RuleOperations, FindBeginingOfLoopGivesUpBehindALineInTheLoopThatBeginsTheList) {
+    rule.leftSide.setIds("", nullptr);  // the loop of ST
+    EXPECT_EQ(beginningOfLoopAt(1), noLine);
+}
+
+TEST_F(RuleOperations, ASearchForNothingFindsNothingAndForgetsThePosition) {
+    rule.rightSide.lineIndex = 1;
+    EXPECT_EQ(rule.GetNextLineForSide(rule.rightSide, -1, -1, 0), noLine);
+    EXPECT_EQ(rule.rightSide.lineIndex, noLine);
+}
+
 TEST_F(RuleOperations, GetSubElementLeavesTheElementWhole) {
     char element[] = "HC:99213:TC";
     EXPECT_STREQ(rule.GetSubElement(element, 0), "HC");
