@@ -73,6 +73,15 @@ TEST_F(Schema, that_names_an_unknown_type_is_an_error_in_the_schema) {
     EXPECT_THAT(findings[0].message, HasSubstr("nowhere"));
 }
 
+// Schemas are checked in full: a document that conforms is told of one that is ambiguous.
+TEST_F(Schema, that_is_ambiguous_is_an_error) {
+    const auto findings = findingsOf(validate(order("ambiguous.xsd", "<number>17</number>")));
+    ASSERT_EQ(findings.size(), 1U);
+    EXPECT_EQ(findings[0].level, "Error");
+    EXPECT_THAT(findings[0].message, HasSubstr("number"));
+    EXPECT_THAT(findings[0].message, HasSubstr("nique"));
+}
+
 // "</xs:schema>" stands on the fourth line where "</xs:element>" was due, and the parser stops behind "</".
 TEST_F(Schema, that_is_not_well_formed_is_fatal) {
     const auto findings = findingsOf(validate(order("unclosed.xsd", goodContent)));
