@@ -31,6 +31,9 @@ constexpr XMLSize_t entityExpansionLimit = 10'000;
 /// How many names and operators a content model of a document type may have. The parser's time grows with their square.
 constexpr std::size_t contentModelLimit = 4'000;
 
+/// How many characters the values of an enumeration in a document type may have. Likewise.
+constexpr XMLSize_t enumerationLimit = 20'000;
+
 /// What the parser turns to where it sees no way on. Its own handler ends the process.
 class GiveUp : public xercesc::PanicHandler {
 public:
@@ -52,9 +55,6 @@ void initializeParser() {
     }();
     if (!isUsable) throwFailure();
 }
-
-/// How many characters the values of an enumeration in a document type may have. Likewise.
-constexpr XMLSize_t enumerationLimit = 20'000;
 
 std::size_t nodesOf(xercesc::ContentSpecNode const* model) {
     std::size_t count = 0;
