@@ -1,6 +1,7 @@
 // What a host that is linked with the library's parser can do to it from outside: the two share one parser.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <string>
 #include <utility>
 #include <xercesc/util/PlatformUtils.hpp>
@@ -8,6 +9,7 @@
 #include <xercesc/util/XMLNetAccessor.hpp>
 #include <xercesc/util/XMLString.hpp>
 
+#include "xml/parsexml.h"
 #include "xmlcalls.h"
 
 namespace xmltests {
@@ -72,6 +74,24 @@ protected:
 
     const Object object;
 };
+
+TEST_F(ParserException, makes_parsexml_answer_minus_one_and_leave_the_length) {
+    char document[] = "<a/>";
+    char* text = nullptr;
+    unsigned long length = 17;
+    RefusingManager refusing(XMLPlatformUtils::fgMemoryManager, "a file of the test");
+    MemoryManager* const before = std::exchange(XMLPlatformUtils::fgMemoryManager, &refusing);
+    const int result = ParseXML(document, &text, 1, 1, 1, &length);
+    XMLPlatformUtils::fgMemoryManager = before;
+    EXPECT_EQ(result, -1);
+    EXPECT_EQ(length, 17U);
+    EXPECT_EQ(text, refusing.message());
+    std::free(text);
+
+    EXPECT_EQ(ParseXML(document, &text, 1, 1, 1, &length), 0);
+    EXPECT_EQ(length, 1024U);
+    std::free(text);
+}
 
 TEST_F(ParserException, is_answered_with_its_message_alone) {
     RefusingManager refusing(XMLPlatformUtils::fgMemoryManager, "a file of the test");
