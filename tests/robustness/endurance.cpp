@@ -1,15 +1,13 @@
 // endurance CASE ROUNDS [EVERY]: plays a case again and again. What the process holds must not grow once it has
 // settled; EVERY so many rounds it is printed.
-#include <unistd.h>
-
 #include <cstdlib>
-#include <fstream>
 #include <iostream>
 #include <string>
 #include <vector>
 
 #include "casefile.h"
 #include "caserun.h"
+#include "residentsize.h"
 
 namespace {
 
@@ -18,15 +16,6 @@ constexpr long roundsToSettle = 1000;
 // The allocator may take a few pages more or less. A leak of a single byte a round shows within a million rounds, one
 // of a list of findings within a hundred.
 constexpr long slack = 256 * 1024;
-
-// What the process holds, in bytes.
-long residentSize() {
-    std::ifstream file("/proc/self/statm");
-    long size = 0;
-    long resident = 0;
-    file >> size >> resident;
-    return resident * sysconf(_SC_PAGESIZE);
-}
 
 bool playRound(const cases::CaseFile& file, const cases::Host& host) {
     const std::vector<cases::Failure> failures = cases::runCase(file, host);
@@ -49,11 +38,11 @@ int main(int argc, char** argv) {
     long settled = 0;
     for (long round = 1; round <= rounds; ++round) {
         if (!playRound(file, host)) return EXIT_FAILURE;
-        if (round == roundsToSettle) settled = residentSize();
+        if (round == roundsToSettle) settled = cases::residentSize();
         if (round == roundsToSettle || round % every == 0 || round == rounds)
-            std::cout << round << " rounds: " << residentSize() / 1024 << " KiB" << std::endl;
+            std::cout << round << " rounds: " << cases::residentSize() / 1024 << " KiB" << std::endl;
     }
-    const long growth = residentSize() - settled;
+    const long growth = cases::residentSize() - settled;
     if (settled > 0 && growth <= slack) return EXIT_SUCCESS;
     std::cerr << "endurance: the process has grown by " << growth << " bytes since round " << roundsToSettle << '\n';
     return EXIT_FAILURE;

@@ -1,22 +1,13 @@
 // What calls leave behind in the process: nothing.
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <fstream>
-
+#include "residentsize.h"
 #include "xmlcalls.h"
 
 namespace xmltests {
 namespace {
 
-// What the process holds, in bytes.
-long residentSize() {
-    std::ifstream file("/proc/self/statm");
-    long size = 0;
-    long resident = 0;
-    file >> size >> resident;
-    return resident * sysconf(_SC_PAGESIZE);
-}
+using cases::residentSize;
 
 // The number of calls is such that a reader left behind by each, of some tens of kilobytes, would be seen many times over.
 constexpr int callsToSettle = 100;
