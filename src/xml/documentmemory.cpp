@@ -15,6 +15,9 @@ constexpr std::size_t heldForEachByte = 100;
 constexpr std::size_t allocationsOfAny = 1'000'000;
 constexpr std::size_t allocationsForEachByte = 4;
 
+/// How many pieces one declaration may take: some eight for each name of its content model.
+constexpr std::size_t allocationsOfDeclaration = 40'000;
+
 /// Less than this is never refused: the parser takes small pieces in destructors, where a refusal would end the process.
 /// Each expansion takes a larger piece, and every table that grows comes to take one.
 constexpr std::size_t smallestRefused = 65'536;
@@ -51,6 +54,14 @@ void DocumentMemory::limit(std::size_t length) {
     allocationsAtMost = allocationsOfAny + length * allocationsForEachByte;
 }
 
+void DocumentMemory::beginDeclaration() {
+    declarationAtMost = allocations + allocationsOfDeclaration;
+}
+
+void DocumentMemory::endDeclarations() {
+    declarationAtMost = SIZE_MAX;
+}
+
 void DocumentMemory::refuse() {
     isLimited = false;
     refused = true;
@@ -62,7 +73,8 @@ xercesc::MemoryManager* DocumentMemory::getExceptionMemoryManager() {
 }
 
 void* DocumentMemory::allocate(XMLSize_t size) {
-    bool const isBeyond = held + size > heldAtMost || allocations >= allocationsAtMost;
+    bool const isBeyond =
+        held + size > heldAtMost || allocations >= allocationsAtMost || allocations >= declarationAtMost;
     if (isLimited && size >= smallestRefused && isBeyond) refuse();
     newest = new (takeMemory(sizeof(Block) + size)) Block{nullptr, newest, size};
     if (newest->next) newest->next->previous = newest;

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <xercesc/framework/MemoryManager.hpp>
 
 class DocumentMemory : public xercesc::MemoryManager {
@@ -18,6 +19,11 @@ public:
 
     /// From here on, memory is refused where a document of `length` bytes has taken more than its like ever needs.
     void limit(std::size_t length);
+
+    /// From here on, up to the next call of either, memory is refused also where one declaration has taken more pieces
+    /// than its like ever needs.
+    void beginDeclaration();
+    void endDeclarations();
 
     /// Ends the parse with an exception that the parser reports as a fatal error. Nothing is refused behind it.
     [[noreturn]] void refuse();
@@ -43,4 +49,5 @@ private:
     bool refused = false;
     std::size_t heldAtMost = 0;
     std::size_t allocationsAtMost = 0;
+    std::size_t declarationAtMost = SIZE_MAX;  // what `allocations` may come to in the declaration at hand
 };

@@ -34,6 +34,10 @@ constexpr std::size_t contentModelLimit = 4'000;
 /// How many characters the values of an enumeration in a document type may have. Likewise.
 constexpr XMLSize_t enumerationLimit = 20'000;
 
+/// How many attributes a document type may declare for an element. Wherever it stands, it takes all that have a default
+/// value.
+constexpr XMLSize_t attributesLimit = 500;
+
 /// What the parser turns to where it sees no way on. Its own handler ends the process.
 class GiveUp : public xercesc::PanicHandler {
 public:
@@ -92,14 +96,27 @@ public:
         SAX2XMLReaderImpl::doctypeDecl(root, publicId, systemId, hasInternalSubset, hasExternalSubset);
     }
 
+    void startIntSubset() override { memory.beginDeclaration(); }
+    void endIntSubset() override { memory.endDeclarations(); }
+    void startExtSubset() override { memory.beginDeclaration(); }
+    void endExtSubset() override { memory.endDeclarations(); }
+
     void elementDecl(xercesc::DTDElementDecl const& element, bool isIgnored) override {
         if (nodesOf(element.getContentSpec()) > contentModelLimit) memory.refuse();
+        memory.beginDeclaration();
         SAX2XMLReaderImpl::elementDecl(element, isIgnored);
     }
 
     void attDef(xercesc::DTDElementDecl const& element, xercesc::DTDAttDef const& attribute, bool isIgnored) override {
         if (xercesc::XMLString::stringLen(attribute.getEnumeration()) > enumerationLimit) memory.refuse();
+        if (element.getAttDefList().getAttDefCount() > attributesLimit) memory.refuse();
+        memory.beginDeclaration();
         SAX2XMLReaderImpl::attDef(element, attribute, isIgnored);
+    }
+
+    void entityDecl(xercesc::DTDEntityDecl const& entity, bool isParameter, bool isIgnored) override {
+        memory.beginDeclaration();
+        SAX2XMLReaderImpl::entityDecl(entity, isParameter, isIgnored);
     }
 
     void error(unsigned int code, XMLCh const* domain, ErrTypes type, XMLCh const* text, XMLCh const* systemId,

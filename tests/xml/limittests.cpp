@@ -186,6 +186,36 @@ TEST(ContentModel, may_have_two_thousand_names) {
     expectStopped(contentModel(2001) + "<a><n1999/></a>", tooMuchWork);
 }
 
+// The parser compares the names of a mixed model with each other before it tells of the declaration.
+TEST(ContentModel, that_is_mixed_is_stopped_before_its_names_are_compared) {
+    std::string names;
+    for (int i = 0; i < 100'000; ++i)
+        names += "|n" + std::to_string(i);
+    expectStopped("<!DOCTYPE a [<!ELEMENT a (#PCDATA" + names + ")*>]><a/>", tooMuchWork);
+}
+
+TEST(Declarations, may_be_as_many_as_there_are) {
+    std::string declarations;
+    for (int i = 0; i < 20'000; ++i) {
+        const std::string name = 'n' + std::to_string(i);
+        declarations += "<!ELEMENT " + name + " EMPTY><!ATTLIST " + name + " x CDATA #IMPLIED y CDATA #IMPLIED>";
+        declarations += "<!ENTITY " + name + " 'x'>";
+    }
+    EXPECT_EQ(validate("<!DOCTYPE n0 [" + declarations + "]><n0/>"), "");
+}
+
+std::string attributes(int size) {
+    std::string attributes;
+    for (int i = 0; i < size; ++i)
+        attributes += " n" + std::to_string(i) + " CDATA ''";
+    return "<!DOCTYPE a [<!ELEMENT a EMPTY><!ATTLIST a" + attributes + ">]><a/>";
+}
+
+TEST(Attributes, may_be_five_hundred_to_an_element) {
+    EXPECT_EQ(validate(attributes(500)), "");
+    expectStopped(attributes(501), tooMuchWork);
+}
+
 // The values v1000 to v4332, with a blank between two of them, are 3,333 * 6 - 1 characters; one more has six more.
 TEST(Enumeration, may_have_twenty_thousand_characters) {
     std::string values = "v1000";
