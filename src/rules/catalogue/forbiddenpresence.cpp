@@ -2,7 +2,6 @@
 #include "rules/catalogue/forbiddenpresence.h"
 
 #include "common/text.h"
-#include "rules/catalogue/ruletools.h"
 
 // The first scope without a left line ends the rule.
 int Rule2::ValidateRule() {
@@ -50,48 +49,45 @@ bool matchesList(SideOfRule& side, char const* value) {
 }  // namespace
 
 int Rule4::ValidateRule() {
-    SideValue leftValue(*this, leftSide);
-    walkScopes(1, [&](int begin, int end) {
+    walkScopes(1, [this](int begin, int end) {
         for (int left = firstLine(leftSide, begin, end); left != noLine; left = nextLine(leftSide, left, end))
-            checkLeftLine(leftValue, left, begin, end);
+            checkLeftLine(left, begin, end);
     });
     return result;
 }
 
-void Rule4::checkLeftLine(SideValue& leftValue, int leftLine, int begin, int end) {
-    char const* const value = leftValue.read(leftLine);
-    if (leftSide.elementCount != 0 && !(isPresent(value) && matchesList(leftSide, value))) return;
+void Rule4::checkLeftLine(int leftLine, int begin, int end) {
+    char const* const leftText = leftValue.read(leftLine);
+    if (leftSide.elementCount != 0 && !(isPresent(leftText) && matchesList(leftSide, leftText))) return;
     if (leftSide2.elementCount != 0 && !holdsLeft2(begin, end)) return;
-    checkRightLines(leftLine, value, begin, end);
+    checkRightLines(leftLine, leftText, begin, end);
 }
 
 bool Rule4::holdsLeft2(int begin, int end) {
     int const line = firstLine(leftSide2, begin, end);
     if (line == noLine) return false;
-    SideValue left2Value(*this, leftSide2);
-    char const* const value = left2Value.read(line);
-    return isPresent(value) && matchesList(leftSide2, value);
+    char const* const text = left2Value.read(line);
+    return isPresent(text) && matchesList(leftSide2, text);
 }
 
-void Rule4::checkRightLines(int leftLine, char const* leftValue, int begin, int end) {
+void Rule4::checkRightLines(int leftLine, char const* leftText, int begin, int end) {
     bool const isAnyForbidden = !isPresent(rightSide.firstValue()) && rightSide.subElementCount == 0;
-    SideValue rightValue(*this, rightSide);
     for (int right = firstLine(rightSide, begin, end); right != noLine; right = nextLine(rightSide, right, end)) {
         if (isAnyForbidden)
-            forbid(right, leftLine, rightSide.elementCount != 0 ? valueOf(rightSide, right) : nullptr, leftValue);
+            forbid(right, leftLine, rightSide.elementCount != 0 ? valueOf(rightSide, right) : nullptr, leftText);
         else
-            checkRightLine(rightValue, right, leftLine, leftValue);
+            checkRightLine(right, leftLine, leftText);
     }
 }
 
 /// An empty value is a value here: it is none of a list's, and so it is forbidden by a list with the keyword.
-void Rule4::checkRightLine(SideValue& rightValue, int rightLine, int leftLine, char const* leftValue) {
-    char const* const value = rightValue.read(rightLine);
-    if (value && matchesList(rightSide, value)) forbid(rightLine, leftLine, value, leftValue);
+void Rule4::checkRightLine(int rightLine, int leftLine, char const* leftText) {
+    char const* const text = rightValue.read(rightLine);
+    if (text && matchesList(rightSide, text)) forbid(rightLine, leftLine, text, leftText);
 }
 
-void Rule4::forbid(int rightLine, int leftLine, char const* rightValue, char const* leftValue) {
-    RecordError(rightLine, leftLine, rightValue, leftValue);
+void Rule4::forbid(int rightLine, int leftLine, char const* rightText, char const* leftText) {
+    RecordError(rightLine, leftLine, rightText, leftText);
     result = 0;
 }
 

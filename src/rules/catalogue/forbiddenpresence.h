@@ -1,9 +1,7 @@
 // Forbidden presence: something must not be there when something else is, or is not, there.
 #pragma once
 
-#include "rules/rule.h"
-
-class SideValue;
+#include "rules/catalogue/ruletools.h"
 
 /// Rule2: the first left line of a scope forbids each right line on it and behind it in the scope; with elements on the
 /// right side, each that has the first right value, or any value if there is none to have. When the scopes have run
@@ -36,13 +34,16 @@ public:
     int ValidateRule() override;
 
 private:
+    SideValue leftValue{*this, leftSide};
+    SideValue left2Value{*this, leftSide2};
+    SideValue rightValue{*this, rightSide};
     int result = 1;
 
-    void checkLeftLine(SideValue& leftValue, int leftLine, int begin, int end);
+    void checkLeftLine(int leftLine, int begin, int end);
     bool holdsLeft2(int begin, int end);
-    void checkRightLines(int leftLine, char const* leftValue, int begin, int end);
-    void checkRightLine(SideValue& rightValue, int rightLine, int leftLine, char const* leftValue);
-    void forbid(int rightLine, int leftLine, char const* rightValue, char const* leftValue);
+    void checkRightLines(int leftLine, char const* leftText, int begin, int end);
+    void checkRightLine(int rightLine, int leftLine, char const* leftText);
+    void forbid(int rightLine, int leftLine, char const* rightText, char const* leftText);
 };
 
 /// Rule21: without a left line, no right line may stand before the first right2 line of a scope or on it.

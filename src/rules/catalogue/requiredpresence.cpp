@@ -2,19 +2,17 @@
 #include "rules/catalogue/requiredpresence.h"
 
 #include "common/text.h"
-#include "rules/catalogue/ruletools.h"
 
 int Rule3::ValidateRule() {
-    SideValue leftValue(*this, leftSide);
-    walkScopes(0, [&](int begin, int end) {
+    walkScopes(0, [this](int begin, int end) {
         satisfied = false;
         for (int left = firstLine(leftSide, begin, end); left != noLine; left = nextLine(leftSide, left, end))
-            checkLeftLine(leftValue, left, begin, end);
+            checkLeftLine(left, begin, end);
     });
     return result;
 }
 
-void Rule3::checkLeftLine(SideValue& leftValue, int leftLine, int begin, int end) {
+void Rule3::checkLeftLine(int leftLine, int begin, int end) {
     bool const isSelective = leftSide.elementCount != 0 && leftSide.values.fieldCount() > 0;
     if (isSelective && (satisfied || !isInList(leftSide, leftValue.read(leftLine)))) return;
     int const rightLine = firstLine(rightSide, begin, end);
@@ -215,25 +213,23 @@ void Rule9::checkRightLine(int rightLine, int leftLine, char const* leftValue) {
 }
 
 int Rule11::ValidateRule() {
-    SideValue leftValue(*this, leftSide);
-    walkScopes(0, [&](int begin, int end) {
+    walkScopes(0, [this](int begin, int end) {
         for (int left = firstLine(leftSide, begin, end); left != noLine; left = nextLine(leftSide, left, end)) {
-            bool const isMet = !isDemanding(leftValue, left) || hasLineInList(rightSide, begin, end) ||
-                               hasLineInList(rightSide2, begin, end);
+            bool const isMet = !isDemanding(left) || hasLineInList(rightSide, rightValue, begin, end) ||
+                               hasLineInList(rightSide2, right2Value, begin, end);
             if (!isMet) RecordError(noLine, left, " ", " ");
         }
     });
     return 1;
 }
 
-bool Rule11::isDemanding(SideValue& leftValue, int leftLine) {
+bool Rule11::isDemanding(int leftLine) {
     if (leftSide.elementCount == 0 || !isPresent(leftSide.firstValue())) return true;
     return isInList(leftSide, leftValue.read(leftLine));
 }
 
 /// A side without elements is met by any line, one without values by any value.
-bool Rule11::hasLineInList(SideOfRule& side, int begin, int end) {
-    SideValue value(*this, side);
+bool Rule11::hasLineInList(SideOfRule& side, SideValue& value, int begin, int end) {
     for (int line = firstLine(side, begin, end); line != noLine; line = nextLine(side, line, end)) {
         if (side.elementCount == 0) return true;
         char* const text = value.read(line);

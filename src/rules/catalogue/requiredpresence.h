@@ -1,9 +1,7 @@
 // Required presence: something must be there when something else is, or is not, there.
 #pragma once
 
-#include "rules/rule.h"
-
-class SideValue;
+#include "rules/catalogue/ruletools.h"
 
 /// Rule3: a left line with one of the left values needs a right line with one of the right values in its scope.
 ///   reads    leftSide and rightSide: loop, segment, first element, values; leftSide's first sub-element
@@ -15,10 +13,11 @@ public:
     int ValidateRule() override;
 
 private:
+    SideValue leftValue{*this, leftSide};
     bool satisfied = false;  // in the current scope
     int result = 1;
 
-    void checkLeftLine(SideValue& leftValue, int leftLine, int begin, int end);
+    void checkLeftLine(int leftLine, int begin, int end);
     bool hasRightLineWithValue(int leftLine, int rightLine, int end);
     bool matchesRightValues(int rightLine, int leftLine);
 };
@@ -94,8 +93,12 @@ public:
     int ValidateRule() override;
 
 private:
-    bool isDemanding(SideValue& leftValue, int leftLine);
-    bool hasLineInList(SideOfRule& side, int begin, int end);
+    SideValue leftValue{*this, leftSide};
+    SideValue rightValue{*this, rightSide};
+    SideValue right2Value{*this, rightSide2};
+
+    bool isDemanding(int leftLine);
+    bool hasLineInList(SideOfRule& side, SideValue& value, int begin, int end);
 };
 
 /// Rule12: the first left line of a scope, if it has the first left value, needs a right line before the first right2

@@ -39,20 +39,19 @@ bool isEntry(SideOfRule& side, int index, char const* text) {
 }  // namespace
 
 int Rule27::ValidateRule() {
-    SideValue leftValue(*this, leftSide);
     int begin = noLine;
     int end = noLine;
     GetNextOuterLoopScope(&begin, &end);
     int left = firstLine(leftSide, begin, end);
     do {
-        checkScope(leftValue, left, end);
+        checkScope(left, end);
         GetNextOuterLoopScope(&begin, &end);
         left = firstLine(leftSide, begin, end);
     } while (begin >= 0);
     return result;
 }
 
-void Rule27::checkScope(SideValue& leftValue, int left, int end) {
+void Rule27::checkScope(int left, int end) {
     bool satisfied = false;
     for (long ordinal = 1; left != noLine; left = nextLine(leftSide, left, end), ++ordinal) {
         if (!isPresent(leftValue.read(left)) || satisfied || !isListed(ordinal)) continue;

@@ -13,9 +13,10 @@ public:
     int ValidateRule() override;
 
 private:
+    SideValue leftValue{*this, leftSide};
     int result = 1;
 
-    void checkScope(SideValue& leftValue, int left, int end);
+    void checkScope(int left, int end);
     bool isListed(long ordinal);
     bool isAccompanied(int leftLine, int end);
     bool hasRightValue(int rightLine);

@@ -121,8 +121,7 @@ void Rule13::compareIdentified(int leftLine, char const* leftValue, int begin, i
 void Rule13::compareFirstRight(int leftLine, char const* leftValue, int begin, int end) {
     int const right = firstLineWithValue(begin, end);
     if (right == noLine) return;
-    SideValue value(*this, rightSide);
-    char const* const rightValue = value.read(right);
+    char const* const rightValue = firstRightValue.read(right);
     for (int right2 = firstLine(rightSide2, begin, end); right2 != noLine; right2 = lineBehind(rightSide2, right2, end))
         if (isSamePresent(valueOf(rightSide2, right2), rightValue)) RecordError(right, leftLine, rightValue, leftValue);
 }

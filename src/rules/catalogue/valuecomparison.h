@@ -72,6 +72,8 @@ public:
     int ValidateRule() override;
 
 private:
+    SideValue firstRightValue{*this, rightSide};
+
     void compareIdentified(int leftLine, char const* leftValue, int begin, int end);
     void compareFirstRight(int leftLine, char const* leftValue, int begin, int end);
     int firstLineWithValue(int begin, int end);
