@@ -18,6 +18,7 @@
 #include "common/exitparam.h"
 #include "xml/documentmemory.h"
 #include "xml/localtext.h"
+#include "xml/networksources.h"
 #include "xml/parsexmlhandler.h"
 
 using xercesc::XMLPlatformUtils;
@@ -79,7 +80,7 @@ std::size_t nodesOf(xercesc::ContentSpecNode const* model) {
 class Reader : public xercesc::SAX2XMLReaderImpl {
 public:
     Reader(DocumentMemory& documentMemory, std::size_t length)
-        : SAX2XMLReaderImpl(&documentMemory), memory(documentMemory), documentLength(length) {
+        : SAX2XMLReaderImpl(&documentMemory), memory(documentMemory), documentLength(length), sources(documentMemory) {
         setFeature(XMLUni::fgSAX2CoreValidation, true);
         setFeature(XMLUni::fgSAX2CoreNameSpaces, true);
         setFeature(XMLUni::fgXercesSchema, true);
@@ -88,6 +89,7 @@ public:
         expansions.setEntityExpansionLimit(entityExpansionLimit);
         setProperty(XMLUni::fgXercesSecurityManager, &expansions);
         setDeclarationHandler(&unmoved);
+        setXMLEntityResolver(&sources);
     }
 
     void doctypeDecl(xercesc::DTDElementDecl const& root, XMLCh const* publicId, XMLCh const* systemId,
@@ -128,6 +130,7 @@ public:
 private:
     DocumentMemory& memory;
     std::size_t const documentLength;
+    NetworkSources sources;
     xercesc::SecurityManager expansions;
     xercesc::DefaultHandler unmoved;  // without a handler for them, the reader is not told of declarations
 };

@@ -54,6 +54,12 @@ TEST_F(Memory, does_not_grow_with_document_types_from_files_and_schemas_that_are
     expectNoGrowth(order("parts", goodContent));
 }
 
+// What the parser opens for such an address it loses, and it is not the document's memory that it opens it with.
+TEST_F(Memory, does_not_grow_with_addresses_that_are_not_latin_1) {
+    expectNoGrowth(order("http://\xD2\x86.invalid/order.xsd", goodContent));
+    expectNoGrowth("<!DOCTYPE order SYSTEM 'ftp://\xD2\x86.invalid/order.dtd'>\n<order/>");
+}
+
 // What the parser allocated for the table that it could not finish goes with the document: some 60 MB each time.
 TEST_F(Memory, does_not_grow_where_a_document_type_is_stopped) {
     std::string model = "((a|b)*,a";

@@ -125,6 +125,14 @@ TEST_F(Schema, that_cannot_be_fetched_is_fatal_and_holds_nobody_up) {
     EXPECT_EQ(findings[1].line, 1);
 }
 
+TEST_F(Schema, of_an_address_that_is_not_latin_1_is_fatal) {
+    const auto findings = findingsOf(validate(order("http://\xD2\x86.invalid/order.xsd", goodContent)));
+    ASSERT_GE(findings.size(), 2U);
+    EXPECT_EQ(findings[0].level, "Fatal Error");
+    EXPECT_THAT(findings[0].message, HasSubstr("0x486"));
+    EXPECT_EQ(findings[1].level, "Fatal Error");
+}
+
 TEST_F(Schema, is_read_anew_by_each_call) {
     const Object object;
     const auto folder = std::filesystem::temp_directory_path() / ("ediexit-xml-" + std::to_string(getpid()));
