@@ -208,7 +208,7 @@ TEST(InputLength, inside_the_handle_leaves_no_stream_and_no_rules_behind_it) {
     // Without segments the root names what is mandatory behind its first child, by its place.
     const std::string reportOfNothing = finding(2, "BGM", "3");
     const std::string rule = "70|||||BGM|0$";
-    for (const size_t missing : {0, 1, 12, 15}) {
+    for (const size_t missing : {0U, 1U, 12U, 15U}) {
         SCOPED_TRACE(missing);
         const Object kind1("1M|1|1|ST$M|1|1|BGM$M|1|1|SE$");
         const size_t length = kind1.handleLength() - std::min(missing, kind1.handleLength());
@@ -421,7 +421,7 @@ TEST(Report, may_have_thousands_of_findings) {
 }
 
 TEST(Identifier, of_a_grammar_may_be_longer_than_a_growth_step_of_its_pool) {
-    for (const size_t length : {4085, 4086, 4087, 4088, 4096, 5000, 8192, 100000}) {
+    for (const size_t length : {4085U, 4086U, 4087U, 4088U, 4096U, 5000U, 8192U, 100000U}) {
         SCOPED_TRACE(length);
         const std::string grammar = "2M|1|1|ST$O|0|0|Loop 1000A$O|0|0|N1|" + std::string(length, 'I') + "|BY|" +
                                     std::string(length, 'J') + "|ST$O|0|0|EndLoop$M|1|1|SE$";

@@ -88,9 +88,9 @@ TEST(RuleWarnings, nameIdsThatNoSegmentBears) {
     EXPECT_EQ(
         warningsOf(recordWith(20, "SVC1")),
         (Lines{"1: warning: field 20: the segment id \"SVC1\" has more than 3 characters, and no segment bears it"}));
-    for (const std::size_t field : {4, 9, 14, 19, 24})
+    for (const std::size_t field : {4U, 9U, 14U, 19U, 24U})
         EXPECT_EQ(warningsOf(recordWith(field, "1234567")).size(), 1u) << field;
-    for (const std::size_t field : {5, 10, 15, 20})
+    for (const std::size_t field : {5U, 10U, 15U, 20U})
         EXPECT_EQ(warningsOf(recordWith(field, "1234")).size(), 1u) << field;
 }
 

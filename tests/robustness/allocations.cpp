@@ -281,7 +281,7 @@ TEST(Allocations, are_not_made_by_calls_that_could_not_tell_of_their_failure) {
     const Conversation conversation = begun("2M|1|1|ST$M|1|1|SE$") +
                                       Step{"ValidateStruct", 0, record("ST", "ST*1") + record("SE", "SE*2")} +
                                       Step{"DestroyGrammar", 0, ""} + Step{"DestroyStruct", 0, ""};
-    for (const std::size_t call : {1, 3, 4})
+    for (const std::size_t call : {1U, 3U, 4U})
         EXPECT_EQ(failEach(conversation, call), Allocations()) << call;
 }
 

@@ -45,7 +45,7 @@ TEST(ValidationContext, knows_its_walk_options_by_their_bits) {
 template <typename Node>
 class ContextOf : public testing::Test {};
 using NodesWithChildren = testing::Types<Loop, choiceLoop>;
-TYPED_TEST_SUITE(ContextOf, NodesWithChildren);
+TYPED_TEST_SUITE(ContextOf, NodesWithChildren, );  // clang wants the place of the third argument
 
 TYPED_TEST(ContextOf, deletes_its_children_at_its_end_and_leaves_the_lists_alone) {
     Texts endings;
